@@ -1,0 +1,2 @@
+#include "app/main.h"
+#include <QtWidgets/QWidget>

@@ -1,0 +1,1 @@
+// moc_wrong.cpp with an umlaut: ü
