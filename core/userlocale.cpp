@@ -8,7 +8,7 @@ QLocale userLocale(const Environment &environment)
         if (value.isEmpty())
             continue;
         // "de_DE.UTF-8@euro": only language and country say how numbers look.
-        const QByteArray locale = value.left(value.indexOf('.')).split('@').first();
+        const QByteArray locale = value.split('.').first().split('@').first();
         const QLocale named(QString::fromLatin1(locale));
         return named.language() == QLocale::C ? fallback : named;
     }
