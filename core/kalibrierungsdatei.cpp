@@ -4,6 +4,7 @@
 #include "core/rowsetwriter.h"
 #include "core/runtimeerror.h"
 #include "core/values.h"
+#include "core/xmlpruefung.h"
 
 #include <QFile>
 
@@ -18,7 +19,14 @@ namespace {
 
 QString toText(std::string_view utf8)
 {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    // At the start of a text U+FEFF is a character like any other, which fromUtf8() would drop as a
+    // byte order mark.
+    constexpr std::string_view mark = "\xef\xbb\xbf";
+    QString marks;
+    for (; utf8.starts_with(mark); utf8.remove_prefix(mark.size()))
+        marks += QChar::ByteOrderMark;
+    const QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    return marks.isEmpty() ? text : marks + text;
 }
 
 [[noreturn]] void refuseSize(qint64 size)
@@ -33,6 +41,8 @@ QString toText(std::string_view utf8)
 // Refuses everything but an ordinary file before it is opened: opening a pipe would wait for ever.
 void checkIsFile(const fs::path &path)
 {
+    if (path.empty())
+        throw RunTimeError(ErrorNumber::PathFileAccess, u"der Dateiname fehlt"_qs);
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (fs::is_regular_file(status))
@@ -75,6 +85,17 @@ QByteArray contentsOf(const QString &path)
     return bytes;
 }
 
+QString textToSave(const QString &key, const Variant &value, const Values &values)
+{
+    try {
+        return values.text(value);
+    } catch (const RunTimeError &error) {
+        throw RunTimeError(error.errorNumber(),
+                           u"der Eintrag „%1“ hat keinen Wert, der gespeichert werden kann"_qs.arg(
+                               forMessage(key)));
+    }
+}
+
 } // namespace
 
 Kalibrierungsdatei Kalibrierungsdatei::read(const QString &path)
@@ -97,8 +118,9 @@ QByteArray Kalibrierungsdatei::bytesOf(const KeyedStore &store, const Values &va
 {
     RowsetWriter writer(QStringLiteral("Variable"), QStringLiteral("Wert"), store.size() + 1);
     writer.append(QStringLiteral("KalibrierungWendral"), QStringLiteral("V1"));
-    store.forEach(
-        [&](const QString &key, const Variant &value) { writer.append(key, values.text(value)); });
+    store.forEach([&](const QString &key, const Variant &value) {
+        writer.append(key, textToSave(key, value, values));
+    });
     return writer.finish();
 }
 

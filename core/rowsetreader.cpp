@@ -148,13 +148,13 @@ private:
 // Whether a list of words between white space holds the word.
 bool listHolds(std::string_view list, std::string_view word)
 {
-    constexpr std::string_view blanks = " \t\r\n";
+    constexpr std::string_view space = " \t\r\n";
     std::size_t end = 0;
     for (;;) {
-        const std::size_t begin = list.find_first_not_of(blanks, end);
+        const std::size_t begin = list.find_first_not_of(space, end);
         if (begin == std::string_view::npos)
             return false;
-        end = std::min(list.find_first_of(blanks, begin), list.size());
+        end = std::min(list.find_first_of(space, begin), list.size());
         if (list.substr(begin, end - begin) == word)
             return true;
     }
