@@ -8,6 +8,13 @@
 
 namespace {
 
+// The bytes of a literal that may hold zeros.
+template <std::size_t Size>
+QByteArray bytes(const char (&literal)[Size])
+{
+    return QByteArray(literal, Size - 1);
+}
+
 // The reason for which the bytes are refused, empty where they are read.
 QString refusal(const QByteArray &file)
 {
@@ -103,15 +110,14 @@ void RowsetRefusalTest::bytes_of_no_such_file_are_refused_data()
     QTest::newRow("mark only") << QByteArray("\xef\xbb\xbf");
     QTest::newRow("UTF-16 mark only") << QByteArray("\xff\xfe");
     QTest::newRow("plain text") << QByteArray("Messwerte 1;2;3");
-    QTest::newRow("binary") << QByteArray("\x7f"
-                                          "ELF\x02\x01\x01\0\0\0\0\0\x03\0>\0\x01\0",
-                                          20);
+    QTest::newRow("binary") << bytes("\x7f"
+                                     "ELF\x02\x01\x01\0\0\0\0\0\x03\0>\0\x01\0");
     QTest::newRow("zeros") << QByteArray(4096, '\0');
     QTest::newRow("compressed") << QByteArray::fromHex("504b0304140000000800");
-    QTest::newRow("UTF-32") << QByteArray("\xff\xfe\0\0<\0\0\0x\0\0\0m\0\0\0l\0\0\0", 20);
-    QTest::newRow("UTF-16 of an odd number of bytes") << QByteArray("\xff\xfe<\0x\0m", 7);
+    QTest::newRow("UTF-32") << bytes("\xff\xfe\0\0<\0\0\0x\0\0\0m\0\0\0l\0\0\0");
+    QTest::newRow("UTF-16 of an odd number of bytes") << bytes("\xff\xfe<\0x\0m");
     QTest::newRow("UTF-16 with a lone surrogate")
-        << QByteArray("\xff\xfe<\0a\0 \0b\0=\0'\0\0\xd8'\0/\0>\0", 22);
+        << bytes("\xff\xfe<\0a\0 \0b\0=\0'\0\0\xd8'\0/\0>\0");
     QTest::newRow("two marks") << "\xef\xbb\xbf\xef\xbb\xbf" + good;
     QTest::newRow("mark inside") << "<?p?>\xef\xbb\xbf" + good;
 
