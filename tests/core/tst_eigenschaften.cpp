@@ -58,7 +58,7 @@ void verifySameLine(const Gerade &actual, const Gerade &expected, double extent)
              digits(actual.intercept, expected.intercept));
 }
 
-constexpr int rounds = 300;
+constexpr int rounds = 150;
 constexpr double extent = 1000.0; // no value of these documents is larger
 
 } // namespace

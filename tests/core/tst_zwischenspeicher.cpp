@@ -146,7 +146,7 @@ void TestZwischenspeicher::resultsFollowEveryChange()
                     {4, {7, 8, 9, 9}, {14, 15, 18, 20}}});
     Bearbeiter editor(document, seed);
     int good = 0;
-    for (int step = 0; step < 400; ++step) {
+    for (int step = 0; step < 250; ++step) {
         editor.change();
         if (!editor.evaluateNow())
             continue;
