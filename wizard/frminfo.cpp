@@ -2,95 +2,121 @@
 
 #include "core/baskalibrierungwendral.h"
 #include "core/produkt.h"
+#include "wizard/bilder.h"
+#include "wizard/bildfeld.h"
 #include "wizard/produkttexte.h"
-#include "wizard/titelbild.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextEdit>
 #include <QVBoxLayout>
 
 namespace {
 
-QLabel *label(QWidget *parent, const QString &name, const QString &text, qreal scale = 1.0)
+constexpr qreal imageLines = 5.0;
+constexpr qreal headingSize = 1.4; // times the dialog's font
+
+const QString lineBreak = QStringLiteral("\r\n");
+
+QString versionText(const QVersionNumber &version)
 {
-    auto *made = new QLabel(text, parent);
-    made->setObjectName(name);
-    made->setTextFormat(Qt::PlainText);
-    made->setWordWrap(true);
-    if (scale != 1.0) {
-        QFont font = made->font();
-        font.setPointSizeF(font.pointSizeF() * scale);
-        font.setBold(true);
-        made->setFont(font);
-    }
-    return made;
+    return QStringLiteral("Version %1.%2.%3")
+        .arg(QString::number(version.majorVersion()), QString::number(version.minorVersion()),
+             QString::number(version.microVersion()));
 }
 
-// Blocks of lines, an empty line between them.
-QString contacts()
+// Blocks of lines, each below its heading, with an empty line between two blocks.
+QString contactText()
 {
-    const QStringList lines{
-        u"Herstellung Vertrieb"_qs,
-        produkt::name(),
-        versionText(),
-        u""_qs,
-        u"Support und programmtechnische Umsetzung"_qs,
-        u"Hilfethemen: Menü Hilfe oder Taste F1"_qs,
-        u""_qs,
-        u"Das Programm wertet Kalibrierungen nach dem Regelwerk Wendral, Ausgabe 2003, aus."_qs,
+    const QStringList blocks[] = {
+        {QStringLiteral("Herstellung Vertrieb"), produkt::name(),
+         u"In diesem Programm sind keine Anschriften hinterlegt."_qs},
+        {QStringLiteral("Support und programmtechnische Umsetzung"),
+         u"Die Bedienung erklärt die Hilfe des Programms."_qs},
+        {QStringLiteral("Technik"),
+         u"Programmiert in C++ mit Qt "_qs + QString::fromLatin1(qVersion())},
     };
-    return lines.join(u"\r\n"_qs);
+    QStringList texts;
+    for (const QStringList &block : blocks)
+        texts += block.join(lineBreak);
+    return texts.join(lineBreak + lineBreak);
+}
+
+// The first line of each block stands out.
+void emphasizeHeadings(QTextDocument &document)
+{
+    QTextCharFormat bold;
+    bold.setFontWeight(QFont::Bold);
+    bool heading = true;
+    for (QTextBlock line = document.begin(); line.isValid(); line = line.next()) {
+        if (heading) {
+            QTextCursor cursor(line);
+            cursor.select(QTextCursor::BlockUnderCursor);
+            cursor.mergeCharFormat(bold);
+        }
+        heading = line.text().isEmpty();
+    }
+}
+
+QLabel *addLabel(QVBoxLayout &column, const QString &name, const QString &text)
+{
+    auto *label = new QLabel(shownLines(text), column.parentWidget());
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    column.addWidget(label);
+    return label;
+}
+
+QTextEdit *contactBox(QWidget *parent)
+{
+    auto *box = new QTextEdit(parent);
+    box->setObjectName(QStringLiteral("rtfKontakt"));
+    box->setAccessibleName(QStringLiteral("Kontakt"));
+    box->setReadOnly(true);
+    box->setTabChangesFocus(true);
+    box->setPlainText(contactText());
+    emphasizeHeadings(*box->document());
+    return box;
 }
 
 } // namespace
 
-frmInfo::frmInfo(QWidget *parent) : QDialog(parent)
+frmInfo::frmInfo(const QVersionNumber &version, QWidget *parent) : QDialog(parent)
 {
-    setObjectName(QStringLiteral("frmInfo"));
     setWindowTitle(QStringLiteral("Info"));
-    const int em = fontMetrics().height();
-
-    auto *texts = new QVBoxLayout;
-    texts->setContentsMargins(em, em, em, em);
-    texts->setSpacing(em / 2);
-    texts->addWidget(
-        label(this, QStringLiteral("labInfo"), u"Info über "_qs + produkt::name(), 1.4));
-    texts->addWidget(label(this, QStringLiteral("labProductName"), produkt::name()));
-    texts->addWidget(label(this, QStringLiteral("labVersion"), versionText()));
-    texts->addWidget(
-        label(this, QStringLiteral("labThema"), shownLines(basKalibrierungWendral::TitleText(1))));
-    texts->addWidget(
-        label(this, QStringLiteral("labFirma"), shownLines(basKalibrierungWendral::TitleText(0))));
-
-    auto *contact = new QTextEdit(this);
-    contact->setObjectName(QStringLiteral("rtfKontakt"));
-    contact->setAccessibleName(QStringLiteral("Kontakt"));
-    contact->setPlainText(contacts());
-    contact->setReadOnly(true);
-    contact->setTabChangesFocus(true);
-    contact->setMinimumHeight(em * 9);
-    texts->addWidget(contact, 1);
-    texts->addWidget(label(this, QStringLiteral("labWarnung"),
-                           u"Warnung: Dieses Programm ist urheberrechtlich geschützt. Es darf "
-                           u"nicht unbefugt vervielfältigt oder verbreitet werden."_qs));
-
-    auto *cmdClose = new QPushButton(u"Schließen"_qs, this);
-    cmdClose->setObjectName(QStringLiteral("cmdClose"));
-    cmdClose->setDefault(true);
-    connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
-    auto *foot = new QHBoxLayout;
-    foot->addStretch();
-    foot->addWidget(cmdClose);
-    texts->addLayout(foot);
+    setAttribute(Qt::WA_DeleteOnClose);
+    auto *image = new Bildfeld(imageLines, this);
+    image->setObjectName(QStringLiteral("imgProgramm"));
+    image->setBild(bilder::programm(), u"Programmsymbol"_qs);
 
     auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    auto *picture = new Titelbild(this);
-    picture->setMinimumWidth(em * 12);
-    row->addWidget(picture, 2);
-    row->addLayout(texts, 3);
-    resize(em * 40, em * 28);
+    row->addWidget(image, 0, Qt::AlignTop);
+    auto *column = new QVBoxLayout;
+    row->addLayout(column, 1);
+    QLabel *heading =
+        addLabel(*column, QStringLiteral("labInfo"), u"Info über "_qs + produkt::name());
+    QFont large = heading->font();
+    large.setPointSizeF(large.pointSizeF() * headingSize);
+    large.setBold(true);
+    heading->setFont(large);
+    addLabel(*column, QStringLiteral("labProductName"), produkt::name());
+    addLabel(*column, QStringLiteral("labVersion"), versionText(version));
+    addLabel(*column, QStringLiteral("labFirma"), basKalibrierungWendral::TitleText(0));
+    addLabel(*column, QStringLiteral("labThema"), basKalibrierungWendral::TitleText(1));
+    column->addWidget(contactBox(this), 1);
+    addLabel(*column, QStringLiteral("labWarnung"),
+             u"Warnung: Dieses Programm ist urheberrechtlich geschützt. Unbefugtes "
+             u"Vervielfältigen oder Weitergeben des Programms oder eines Teils davon ist nicht "
+             u"erlaubt."_qs);
+
+    auto *cmdClose = new QPushButton(u"&Schließen"_qs, this);
+    cmdClose->setObjectName(QStringLiteral("cmdClose"));
+    cmdClose->setDefault(true);
     cmdClose->setFocus();
+    connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+    column->addWidget(cmdClose, 0, Qt::AlignRight);
 }
