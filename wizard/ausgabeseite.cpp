@@ -21,14 +21,15 @@ QLabel *wrappedLabel(const QString &text, QWidget *parent)
 Ausgabeseite::Ausgabeseite(const Seitenkontext &context, QWidget *parent)
     : AssistentSeite(context, parent)
 {
-    QVBoxLayout *column =
-        addColumn(5, u"Schritt 5: Ausgabe der Ergebnisse"_qs,
-                  u"Die Kalibrierung ist ausgewertet. Was möchten Sie mit den Ergebnissen tun?"_qs);
+    QVBoxLayout *column = addColumn(
+        5, u"Schritt 5: Ausgabe der Ergebnisse"_qs,
+        u"Legen Sie die Kalibrierung ab, drucken Sie ihr Protokoll oder geben Sie die Daten weiter."_qs);
     auto *grid = new QGridLayout;
     column->addLayout(grid);
     column->addStretch();
     grid->setColumnStretch(0, 1);
     grid->setHorizontalSpacing(2 * fontMetrics().lineSpacing());
+    grid->setVerticalSpacing(fontMetrics().lineSpacing() / 3);
     cmdOutSave = addCommand(
         *grid, QStringLiteral("cmdOutSave"), QStringLiteral("Datei s&peichern"),
         QStringLiteral("Ablage der Daten als Datei"),
@@ -54,11 +55,13 @@ QPushButton *Ausgabeseite::addCommand(QGridLayout &grid, const QString &name,
                                       const QString &caption, const QString &heading,
                                       const QString &explanation)
 {
-    int row = grid.rowCount();
-    if (grid.count() > 0) {
+    int row = grid.count() == 0 ? 0 : grid.rowCount();
+    if (row > 0) {
         auto *line = new QFrame(this);
         line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
-        grid.addWidget(line, row++, 0, 1, 2);
+        grid.setRowMinimumHeight(row + 1, fontMetrics().lineSpacing());
+        grid.addWidget(line, row + 1, 0, 1, 2);
+        row += 2;
     }
     QLabel *head = wrappedLabel(heading, this);
     QFont bold = head->font();
@@ -67,11 +70,9 @@ QPushButton *Ausgabeseite::addCommand(QGridLayout &grid, const QString &name,
     auto *button = new QPushButton(caption, this);
     button->setObjectName(name);
     button->setAccessibleDescription(explanation);
-    const int space = fontMetrics().lineSpacing() / 2;
     grid.addWidget(head, row, 0);
     grid.addWidget(wrappedLabel(explanation, this), row + 1, 0, Qt::AlignTop);
     grid.addWidget(button, row, 1, 2, 1, Qt::AlignVCenter);
-    grid.setRowMinimumHeight(row + 2, space);
     return button;
 }
 

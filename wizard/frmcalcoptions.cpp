@@ -87,6 +87,7 @@ void frmCalcOptions::buildLayout()
     addRounding(*rows);
     addMinimum(*rows);
     rows->addStretch();
+    rows->addSpacing(fontMetrics().height() / 2);
     addButtons(*rows);
 }
 

@@ -10,6 +10,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace {
+
+constexpr int shownRows = 6; // the list's height in rows, though it has one
+
+} // namespace
+
 frmExport::frmExport(Dialogs &dialogs, Exporter exporter, QWidget *parent)
     : QDialog(parent)
     , m_dialogs(dialogs)
@@ -23,11 +29,14 @@ frmExport::frmExport(Dialogs &dialogs, Exporter exporter, QWidget *parent)
     List1->setObjectName(QStringLiteral("List1"));
     List1->setAccessibleName(QStringLiteral("Aktionen"));
     List1->addItem(QStringLiteral("Export der Messwerte und Ergebnisse nach MS Excel"));
-    List1->setMinimumWidth(List1->sizeHintForColumn(0) + 4 * List1->fontMetrics().height());
+    const int em = fontMetrics().height();
+    List1->setMinimumSize(List1->sizeHintForColumn(0) + 4 * em, shownRows * em);
+    List1->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
 
     auto *cmdOk = new QPushButton(QStringLiteral("&Ok"), this);
     cmdOk->setObjectName(QStringLiteral("cmdOk"));
     cmdOk->setDefault(true);
+    cmdOk->setFocus(); // in the list the frame of the focus would look like a selection
     connect(cmdOk, &QPushButton::clicked, this, &frmExport::runSelected);
     auto *cmdClose = new QPushButton(QStringLiteral("&Abbruch"), this);
     cmdClose->setObjectName(QStringLiteral("cmdClose"));

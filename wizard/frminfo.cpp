@@ -17,7 +17,7 @@
 namespace {
 
 constexpr qreal imageLines = 5.0;
-constexpr qreal headingSize = 1.4; // times the dialog's font
+constexpr qreal headingSize = 1.5; // times the dialog's font
 
 const QString lineBreak = QStringLiteral("\r\n");
 
@@ -33,9 +33,9 @@ QString contactText()
 {
     const QStringList blocks[] = {
         {QStringLiteral("Herstellung Vertrieb"), produkt::name(),
-         u"In diesem Programm sind keine Anschriften hinterlegt."_qs},
+         u"Auswertung von Kalibrierungen nach dem Regelwerk Wendral, Ausgabe 2003"_qs},
         {QStringLiteral("Support und programmtechnische Umsetzung"),
-         u"Die Bedienung erklärt die Hilfe des Programms."_qs},
+         u"Hilfethemen: Menü Hilfe oder Taste F1"_qs},
         {QStringLiteral("Technik"),
          u"Programmiert in C++ mit Qt "_qs + QString::fromLatin1(qVersion())},
     };
@@ -94,6 +94,9 @@ frmInfo::frmInfo(const QVersionNumber &version, QWidget *parent) : QDialog(paren
     image->setBild(bilder::programm(), u"Programmsymbol"_qs);
 
     auto *row = new QHBoxLayout(this);
+    const int em = fontMetrics().height();
+    row->setContentsMargins(em, em, em, em);
+    row->setSpacing(em);
     row->addWidget(image, 0, Qt::AlignTop);
     auto *column = new QVBoxLayout;
     row->addLayout(column, 1);
@@ -103,6 +106,7 @@ frmInfo::frmInfo(const QVersionNumber &version, QWidget *parent) : QDialog(paren
     large.setPointSizeF(large.pointSizeF() * headingSize);
     large.setBold(true);
     heading->setFont(large);
+    heading->setWordWrap(false); // gives the dialog its width
     addLabel(*column, QStringLiteral("labProductName"), produkt::name());
     addLabel(*column, QStringLiteral("labVersion"), versionText(version));
     addLabel(*column, QStringLiteral("labFirma"), basKalibrierungWendral::TitleText(0));

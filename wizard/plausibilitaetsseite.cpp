@@ -21,6 +21,14 @@ constexpr qreal imageLines = 3.0;
 // The list and the diagrams below it share the height.
 constexpr int listShare = 3;
 constexpr int diagramShare = 2;
+constexpr int narrowestColumn = 4; // times the font's height
+
+// Numbers end at one edge; the rating keeps its distance from them.
+void align(QTreeWidgetItem &item)
+{
+    item.setTextAlignment(Wert, Qt::AlignRight | Qt::AlignVCenter);
+    item.setTextAlignment(Wertung, Qt::AlignCenter);
+}
 
 } // namespace
 
@@ -70,7 +78,7 @@ void Plausibilitaetsseite::setUpList()
     lvPlausibilität->setAccessibleName(u"Plausibilitätsprüfung"_qs);
     lvPlausibilität->setHeaderLabels(
         {u"Statistische Größe"_qs, QStringLiteral("Wert"), QStringLiteral("Wertung")});
-    lvPlausibilität->headerItem()->setTextAlignment(Wert, Qt::AlignRight | Qt::AlignVCenter);
+    align(*lvPlausibilität->headerItem());
     lvPlausibilität->setRootIsDecorated(false);
     lvPlausibilität->setUniformRowHeights(true);
     lvPlausibilität->setAllColumnsShowFocus(true);
@@ -78,6 +86,7 @@ void Plausibilitaetsseite::setUpList()
     QHeaderView *header = lvPlausibilität->header();
     header->setStretchLastSection(false);
     header->setSectionsMovable(false);
+    header->setMinimumSectionSize(narrowestColumn * fontMetrics().height());
     header->setSectionResizeMode(Groesse, QHeaderView::Stretch);
     header->setSectionResizeMode(Wert, QHeaderView::ResizeToContents);
     header->setSectionResizeMode(Wertung, QHeaderView::ResizeToContents);
@@ -100,7 +109,7 @@ void Plausibilitaetsseite::addRow(const QString &groesse, const QString &wert,
                                   const QString &wertung, bool heading)
 {
     auto *item = new QTreeWidgetItem(lvPlausibilität, {groesse, wert, wertung});
-    item->setTextAlignment(Wert, Qt::AlignRight | Qt::AlignVCenter);
+    align(*item);
     item->setToolTip(Groesse, groesse.trimmed()); // a long name may be cut in its column
     if (!heading && wertung.isEmpty())
         return;
