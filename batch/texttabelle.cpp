@@ -1,0 +1,40 @@
+#include "batch/texttabelle.h"
+
+#include <algorithm>
+
+void TextTabelle::add(const QStringList &cells)
+{
+    Q_ASSERT(cells.size() == m_alignments.size());
+    QStringList row;
+    for (QString cell : cells) {
+        for (QChar &c : cell) {
+            if (c.category() == QChar::Other_Control)
+                c = u' ';
+        }
+        row += cell;
+    }
+    m_rows.push_back(row);
+}
+
+QString TextTabelle::text() const
+{
+    std::vector<qsizetype> widths(static_cast<std::size_t>(m_alignments.size()), 0);
+    for (const QStringList &row : m_rows) {
+        for (std::size_t column = 0; column < widths.size(); ++column)
+            widths[column] = std::max(widths[column], row[static_cast<qsizetype>(column)].size());
+    }
+    QString result;
+    for (const QStringList &row : m_rows) {
+        QString line;
+        for (std::size_t column = 0; column < widths.size(); ++column) {
+            const auto i = static_cast<qsizetype>(column);
+            line += u"  "_qs;
+            line += m_alignments[i] == u'r' ? row[i].rightJustified(widths[column])
+                                            : row[i].leftJustified(widths[column]);
+        }
+        while (line.endsWith(u' '))
+            line.chop(1);
+        result += line + u'\n';
+    }
+    return result;
+}

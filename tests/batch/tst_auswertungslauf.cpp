@@ -1,0 +1,162 @@
+#include "batch/auswertungslauf.h"
+#include "core/kalibrierung.h"
+#include "tests/support/testregistry.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+struct Ergebnis
+{
+    int code = -1;
+    QByteArray output;
+    QByteArray errors;
+};
+
+Ergebnis laufe(Optionen options)
+{
+    if (options.locale.language() == QLocale::C)
+        options.locale = QLocale(QLocale::German, QLocale::Germany);
+    Ergebnis result;
+    result.code = auswertungslauf(
+        options,
+        [&](const QByteArray &bytes) {
+            result.output += bytes;
+            return true;
+        },
+        [&](const QByteArray &bytes) {
+            result.errors += bytes;
+            return true;
+        });
+    return result;
+}
+
+QString exampleFile(const QString &name)
+{
+    return QStringLiteral(PROJECT_DIR) + u"/examples/"_qs + name;
+}
+
+Optionen options(const QStringList &files, Optionen::Format format = Optionen::Format::Json)
+{
+    Optionen result;
+    result.dateien = files;
+    result.format = format;
+    return result;
+}
+
+} // namespace
+
+class TestAuswertungslauf : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void filesAreReportedInTheOrderGiven()
+    {
+        const QString good = exampleFile(u"verdichtungsgrad.xml"_qs);
+        const QString critical = exampleFile(u"verformungsmodul.xml"_qs);
+        const Ergebnis result = laufe(options({critical, good, critical}));
+        QCOMPARE(result.code, 0);
+        QVERIFY(result.errors.isEmpty());
+        const QList<QByteArray> lines = result.output.trimmed().split('\n');
+        QCOMPARE(lines.size(), 3);
+        QVERIFY(lines[0].contains("\"kritisch\""));
+        QVERIFY(lines[1].contains("\"gut\""));
+        QCOMPARE(lines[2], lines[0]);
+    }
+
+    void unreadableFilesAreNamedAndTheOthersGoOn()
+    {
+        const QString good = exampleFile(u"verdichtungsgrad.xml"_qs);
+        const QString missing = exampleFile(u"fehlt.xml"_qs);
+        const Ergebnis result = laufe(options({missing, good}));
+        QCOMPARE(result.code, 1);
+        QCOMPARE(QString::fromUtf8(result.errors),
+                 u"kalibrierung-auswertung: "_qs + missing + u": Datei nicht gefunden (53)\n"_qs);
+        const QList<QByteArray> lines = result.output.trimmed().split('\n');
+        QCOMPARE(lines.size(), 2);
+        QVERIFY(lines[0].endsWith(
+            "\"fehler\":{\"datei\":{\"nummer\":53,\"text\":\"Datei nicht gefunden\"}}}"));
+        QVERIFY(lines[1].contains("\"gut\""));
+    }
+
+    void textOfAFailedFileStandsOnlyOnStandardError()
+    {
+        const Ergebnis result =
+            laufe(options({exampleFile(u"fehlt.xml"_qs)}, Optionen::Format::Text));
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.output.isEmpty());
+        QCOMPARE(result.errors.count('\n'), 1);
+    }
+
+    void savingWritesTheLoadedFileAgain()
+    {
+        QTemporaryDir folder;
+        Optionen save = options({exampleFile(u"verdichtungsgrad.xml"_qs)});
+        save.speichern = folder.filePath(u"ziel.xml"_qs);
+        QCOMPARE(laufe(save).code, 0);
+        const QLocale german(QLocale::German, QLocale::Germany);
+        Kalibrierung before(german);
+        before.LoadFile(save.dateien.first());
+        before.setIsDirty(false);
+        Kalibrierung after(german);
+        after.LoadFile(save.speichern);
+        QCOMPARE(after.DataStore().keys(), before.DataStore().keys());
+        for (const QString &key : before.DataStore().keys())
+            QCOMPARE(after.values().text(after.DataStore().item(key)),
+                     before.values().text(before.DataStore().item(key)));
+        QCOMPARE(after.values().text(after.DataStore().item(u"AssistentActivePage"_qs)), u"4"_qs);
+        QCOMPARE(after.IsDirty(), false);
+    }
+
+    void aTargetThatCannotBeWrittenFailsButTheReportComes()
+    {
+        QTemporaryDir folder;
+        Optionen save = options({exampleFile(u"verdichtungsgrad.xml"_qs)});
+        save.speichern = folder.filePath(u"fehlt/ziel.xml"_qs);
+        const Ergebnis result = laufe(save);
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.errors.contains("(76)"));
+        QVERIFY(result.output.contains("\"gut\""));
+    }
+
+    void nothingOfOneFileReachesTheNext()
+    {
+        QTemporaryDir folder;
+        const QString empty = folder.filePath(u"leer.xml"_qs);
+        Kalibrierung(QLocale(QLocale::German)).SaveFile(empty);
+        const QByteArray alone = laufe(options({empty})).output;
+        const QByteArray behind =
+            laufe(options({exampleFile(u"verdichtungsgrad.xml"_qs), empty})).output;
+        QVERIFY(behind.endsWith(alone));
+    }
+
+    void outputThatCannotBeWrittenIsAFailure()
+    {
+        QByteArray errors;
+        Optionen run = options({exampleFile(u"verdichtungsgrad.xml"_qs)});
+        run.locale = QLocale(QLocale::German);
+        const int code = auswertungslauf(
+            run, [](const QByteArray &) { return false; },
+            [&](const QByteArray &bytes) {
+                errors += bytes;
+                return true;
+            });
+        QCOMPARE(code, 1);
+        QVERIFY(!errors.isEmpty());
+    }
+
+    void wrongUsageIsTwo()
+    {
+        Optionen wrong;
+        wrong.fehler = u"So nicht."_qs;
+        const Ergebnis result = laufe(wrong);
+        QCOMPARE(result.code, 2);
+        QVERIFY(result.output.isEmpty());
+        QVERIFY(result.errors.contains("So nicht."));
+    }
+};
+
+REGISTER_TEST(TestAuswertungslauf)
+#include "tst_auswertungslauf.moc"
