@@ -16,6 +16,8 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdlib>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -27,14 +29,16 @@ public:
     void showHelp() override {}
 };
 
-// Ends the program with the first paint event of a window.
+// Ends the process after the first paint event of a window.
 class QuitOnPaint : public QObject
 {
 public:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
+        // At once, since tearing down is no part of the start; queued, so that it is painted.
         if (event->type() == QEvent::Paint && watched->isWidgetType())
-            QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                qApp, [] { std::_Exit(0); }, Qt::QueuedConnection);
         return false;
     }
 };
