@@ -18,6 +18,10 @@ int closestEntry(const QStringList &entries, const QString &text);
 class CellEditor
 {
 public:
+    CellEditor() = default;
+    ~CellEditor();
+    Q_DISABLE_COPY_MOVE(CellEditor)
+
     /// Borrows \a widget; false, and empty, for any other kind.
     bool take(QWidget *widget);
     void release();
@@ -26,6 +30,9 @@ public:
     /// Whether \a object is the editor or the line edit inside its combo box.
     bool isPartOfIt(const QObject *object) const;
 
+    /// Before showing: \a watcher filters its events, texts stand as \a alignment says.
+    void prepare(QObject *watcher, Qt::Alignment alignment);
+    /// Opens with \a text. A list without it goes to the closest entry.
     void setText(const QString &text);
     void selectAll();
     void caretToEnd();
@@ -46,5 +53,7 @@ private:
     QPointer<QComboBox> m_combo;
     QString m_openedWith;
     int m_openedIndex = -1;
+    bool m_chosen = false; ///< the user has picked an entry
+    QMetaObject::Connection m_choosing;
     std::optional<QPalette> m_ownPalette;
 };

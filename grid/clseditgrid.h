@@ -2,16 +2,17 @@
 
 #include "grid/celleditor.h"
 #include "grid/cellrange.h"
+#include "grid/gridenvironment.h"
+#include "grid/gridkeys.h"
 #include "grid/rowtracker.h"
-#include "grid/textclipboard.h"
 
+#include <QColor>
 #include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QVariant>
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -34,19 +35,9 @@ class clsEditGrid : public QObject
     Q_OBJECT
 
 public:
-    /// What the object takes from outside.
-    struct Environment
-    {
-        TextClipboard clipboard = TextClipboard::system();
-        /// Time of day in seconds since midnight.
-        std::function<double()> secondsSinceMidnight;
-        /// Applies FormatString to a committed text; a text that it can't format comes back as is.
-        std::function<QString(const QString &text, const QString &format)> format;
-    };
-
     /// With the desktop's clipboard, the system's clock, and number and date formats of the locale.
     explicit clsEditGrid(QObject *parent = nullptr);
-    explicit clsEditGrid(Environment environment, QObject *parent = nullptr);
+    explicit clsEditGrid(GridEnvironment environment, QObject *parent = nullptr);
     /// Ends an open edit without any event.
     ~clsEditGrid() override;
 
@@ -179,13 +170,6 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    /// How an edit was asked for decides what the editor shows: all selected, the caret behind the
-    /// text, or a text in its place.
-    struct Opening
-    {
-        bool selectAll = true;
-        std::optional<QString> typed;
-    };
     /// Where the edit began, captured then, and when.
     struct OpenEdit
     {
@@ -199,20 +183,23 @@ private:
     /// What ends an edit decides where the current cell and the focus go.
     enum class Leaving { Commit, FocusLoss, TabForward, TabBackward };
 
-    bool beginEdit(const Opening &opening);
+    void beginEdit(const GridOpening &opening);
     bool canBeginEdit() const;
-    void showEditor(const QString &text, const Opening &opening);
-    void commit(Leaving leaving);
+    bool mayOpen(QString &text);
+    void showEditor(const QString &text, const GridOpening &opening);
+    void placeEditor();
+    void endEdit(bool cancel, Leaving leaving);
+    void commit(OpenEdit &edit, Leaving leaving);
     void discard();
     void closeEditor(bool focusToGrid);
     void abandonEdit();
-    void writeCommitted(const QString &text);
-    void advance(Leaving leaving);
+    void writeCommitted(OpenEdit &edit, const QString &text);
+    void commitCell(RowTracker &rows, int col, const QString &text);
     void appendRow();
+    void moveOn(Leaving leaving);
     void moveToNextCell();
-    bool commitCell(int col, const QString &text, const RowTracker &row);
-    void placeEditor();
     void showFocusColors();
+    void attachEditor(QWidget *widget);
     void releaseEditor();
 
     void gridKeyPressed(QKeyEvent *event);
@@ -220,17 +207,19 @@ private:
     bool clipboardKey(const QKeyEvent &event);
     void gridTextComposed(QInputMethodEvent *event);
     bool editorKeyPressed(const QKeyEvent &event);
-    QString formatted(const QString &text) const;
-    CellRange clipboardRange(std::optional<int> startCol, std::optional<int> startRow,
-                             std::optional<int> endCol, std::optional<int> endRow) const;
+    void editorLeft(const QEvent &event);
+    CellRange copiedRange(std::optional<int> startCol, std::optional<int> startRow,
+                          std::optional<int> endCol, std::optional<int> endRow) const;
+    bool pasteCell(RowTracker &rows, int col, const QString &text);
+    void clear(const CellRange &range);
 
-    Environment m_environment;
+    GridEnvironment m_environment;
     QPointer<GridControl> m_grid;
     CellEditor m_editor;
     QHash<QString, QVariant> m_itemData; ///< under "k", row, "_", column
     QString m_formatString;
-    std::int32_t m_focusBack = -1;
-    std::int32_t m_focusText = -1;
+    std::optional<QColor> m_focusBack;
+    std::optional<QColor> m_focusText;
     int m_autoFocusColStart = -1;
     int m_autoFocusColEnd = -1;
     bool m_active = true;
@@ -244,5 +233,5 @@ private:
 
     std::unique_ptr<OpenEdit> m_edit;
     bool m_editing = false;
-    bool m_closing = false;
+    bool m_busy = false; ///< inside the events of an edit, where no other can begin
 };

@@ -76,6 +76,9 @@ public:
     /// where the current cell stays.
     bool stepCell(bool forward);
 
+    /// Gives the focus to the next or previous control outside of the grid.
+    void leave(bool forward);
+
     int colWidth(int col) const;
     void setColWidth(int col, int width);
     int rowHeight(int row) const;

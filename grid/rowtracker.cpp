@@ -6,11 +6,12 @@
 
 RowTracker::RowTracker(const GridModel &model, int first, int last) : m_row(first), m_last(last)
 {
-    connect(&model, &QAbstractItemModel::rowsInserted, this,
+    // Before the change, so that whoever hears of the change itself finds the new place here.
+    connect(&model, &QAbstractItemModel::rowsAboutToBeInserted, this,
             [this, &model](const QModelIndex &, int from, int to) {
                 inserted(from + model.fixedRows(), to - from + 1);
             });
-    connect(&model, &QAbstractItemModel::rowsRemoved, this,
+    connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, this,
             [this, &model](const QModelIndex &, int from, int to) {
                 removed(from + model.fixedRows(), to - from + 1);
             });
