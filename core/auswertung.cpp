@@ -44,7 +44,7 @@ bool isPairOfTwo(MerkmalEnum x, MerkmalEnum y)
 double Auswertung::mittelwert(MerkmalEnum merkmal)
 {
     dropOutdated();
-    std::optional<double> &kept = m_means[known(merkmal)];
+    std::optional<double> &kept = m_means[static_cast<std::size_t>(known(merkmal))];
     if (kept)
         return *kept;
     const std::vector<double> &x = sample(known(merkmal));
@@ -59,7 +59,7 @@ double Auswertung::mittelwert(MerkmalEnum merkmal)
 double Auswertung::varianz(MerkmalEnum merkmal)
 {
     dropOutdated();
-    std::optional<double> &kept = m_variances[known(merkmal)];
+    std::optional<double> &kept = m_variances[static_cast<std::size_t>(known(merkmal))];
     if (kept)
         return *kept;
     const double mean = mittelwert(merkmal);
@@ -149,7 +149,7 @@ void Auswertung::dropOutdated()
 
 const std::vector<double> &Auswertung::sample(MerkmalEnum merkmal)
 {
-    std::optional<Sample> &kept = m_samples[merkmal];
+    std::optional<Sample> &kept = m_samples[static_cast<std::size_t>(merkmal)];
     if (!kept)
         kept = gathered(merkmal);
     if (kept->error)

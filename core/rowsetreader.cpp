@@ -7,6 +7,9 @@
 
 #include <pugixml.hpp>
 
+#include <algorithm>
+#include <cstring>
+#include <map>
 #include <string>
 #include <utility>
 
@@ -15,30 +18,39 @@ namespace {
 constexpr std::string_view schemaSpace = "uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882";
 constexpr std::string_view rowsetSpace = "urn:schemas-microsoft-com:rowset";
 constexpr std::string_view rowSpace = "#RowsetSchema";
+constexpr std::string_view xmlSpace = "http://www.w3.org/XML/1998/namespace";
 
 [[noreturn]] void refuse(const QString &why)
 {
     throw RunTimeError(ErrorNumber::InvalidFileFormat, why);
 }
 
-// UTF-8 without byte order mark, whatever the file's Unicode encoding is.
+QString textOf(std::string_view utf8)
+{
+    return forMessage(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())));
+}
+
+// UTF-8 without byte order mark, whatever the file's Unicode encoding is. A file begins with an
+// ASCII character, which tells the byte order where there is no mark.
 QByteArray toUtf8(QByteArray file)
 {
     if (file.startsWith("\xef\xbb\xbf"))
         return file.remove(0, 3);
-    const bool little = file.startsWith("\xff\xfe") || file.startsWith(QByteArray("<\0", 2));
-    const bool big = file.startsWith("\xfe\xff") || file.startsWith(QByteArray("\0<", 2));
+    const bool two = file.size() >= 2;
+    const bool little = file.startsWith("\xff\xfe") || (two && file[0] != 0 && file[1] == 0);
+    const bool big = file.startsWith("\xfe\xff") || (two && file[0] == 0 && file[1] != 0);
     if (!little && !big)
         return file;
     QStringDecoder decoder(little ? QStringDecoder::Utf16LE : QStringDecoder::Utf16BE,
                            QStringDecoder::Flag::Stateless);
     const QString text = decoder(file);
-    if (decoder.hasError() || file.size() % 2 != 0)
+    if (decoder.hasError() || file.size() % 2 != 0 || !text.isValidUtf16())
         refuse(u"ungültige Zeichenkodierung (kein UTF-16)"_qs);
     return text.toUtf8();
 }
 
-// An XML declaration may only name an encoding that the bytes really have.
+// An XML declaration that names another encoding than one of Unicode is a lie by now, and its
+// umlauts would be wrong.
 void checkDeclaration(std::string_view text)
 {
     if (!text.starts_with("<?xml ") && !text.starts_with("<?xml\t") &&
@@ -55,7 +67,8 @@ void checkDeclaration(std::string_view text)
             .toUpper();
     if (name != "UTF-8" && name != "UTF-16" && name != "UTF-16LE" && name != "UTF-16BE" &&
         name != "US-ASCII")
-        refuse(u"die Zeichenkodierung %1 wird nicht unterstützt"_qs.arg(QString::fromLatin1(name)));
+        refuse(u"die Zeichenkodierung „%1“ wird nicht unterstützt"_qs.arg(
+            forMessage(QString::fromLatin1(name))));
 }
 
 struct QualifiedName
@@ -64,24 +77,33 @@ struct QualifiedName
     std::string_view local;
 };
 
-// Namespace declarations of the elements on the way from the root to the current one.
+// Namespaces in force at the current element. Lookups stay fast however many prefixes a file
+// declares.
 class Scope
 {
 public:
+    Scope() { m_bound.emplace("xml", xmlSpace); }
+
     // Adds an element's declarations; leave() with the returned mark takes them back.
     std::size_t enter(const pugi::xml_node &element)
     {
-        const std::size_t mark = m_bindings.size();
+        const std::size_t mark = m_hidden.size();
         for (const pugi::xml_attribute attribute : element.attributes()) {
-            const std::string_view name = attribute.name();
-            if (name == "xmlns")
-                m_bindings.emplace_back(std::string_view(), attribute.value());
-            else if (name.starts_with("xmlns:"))
-                m_bindings.emplace_back(name.substr(6), attribute.value());
+            const char *name = attribute.name();
+            if (std::strncmp(name, "xmlns", 5) != 0)
+                continue;
+            if (name[5] == '\0')
+                bind({}, attribute.value());
+            else if (name[5] == ':')
+                bind(name + 6, attribute.value());
         }
         return mark;
     }
-    void leave(std::size_t mark) { m_bindings.resize(mark); }
+    void leave(std::size_t mark)
+    {
+        for (; m_hidden.size() > mark; m_hidden.pop_back())
+            m_bound[m_hidden.back().first] = m_hidden.back().second;
+    }
 
     QualifiedName element(std::string_view name) const
     {
@@ -94,32 +116,49 @@ public:
     QualifiedName attribute(std::string_view name) const
     {
         const std::size_t colon = name.find(':');
-        if (colon == std::string_view::npos || name.starts_with("xmlns:") ||
-            name.starts_with("xml:"))
+        if (colon == std::string_view::npos || name.starts_with("xmlns:"))
             return {{}, name};
         return {bound(name.substr(0, colon)), name.substr(colon + 1)};
     }
 
 private:
+    void bind(std::string_view prefix, std::string_view space)
+    {
+        std::string_view &current = m_bound[prefix];
+        m_hidden.emplace_back(prefix, current);
+        current = space;
+    }
     std::string_view find(std::string_view prefix) const
     {
-        for (auto binding = m_bindings.rbegin(); binding != m_bindings.rend(); ++binding) {
-            if (binding->first == prefix)
-                return binding->second;
-        }
-        return {};
+        const auto binding = m_bound.find(prefix);
+        return binding == m_bound.end() ? std::string_view() : binding->second;
     }
     std::string_view bound(std::string_view prefix) const
     {
         const std::string_view space = find(prefix);
         if (space.empty())
-            refuse(u"das Präfix „%1“ ist an keinen Namensraum gebunden"_qs.arg(
-                QString::fromUtf8(prefix.data(), static_cast<qsizetype>(prefix.size()))));
+            refuse(u"das Präfix „%1“ ist an keinen Namensraum gebunden"_qs.arg(textOf(prefix)));
         return space;
     }
 
-    std::vector<std::pair<std::string_view, std::string_view>> m_bindings;
+    std::map<std::string_view, std::string_view> m_bound;
+    std::vector<std::pair<std::string_view, std::string_view>> m_hidden; ///< what bind() replaced
 };
+
+// Whether a list of words between white space holds the word.
+bool listHolds(std::string_view list, std::string_view word)
+{
+    constexpr std::string_view space = " \t\r\n";
+    std::size_t end = 0;
+    for (;;) {
+        const std::size_t begin = list.find_first_not_of(space, end);
+        if (begin == std::string_view::npos)
+            return false;
+        end = std::min(list.find_first_of(space, begin), list.size());
+        if (list.substr(begin, end - begin) == word)
+            return true;
+    }
+}
 
 // Walks the parsed tree. No step recurses deeper than the format itself does.
 class Walker
@@ -145,6 +184,7 @@ private:
     void readSchema(const pugi::xml_node &schema);
     void readRowType(const pugi::xml_node &type);
     void readColumn(const pugi::xml_node &type);
+    void checkColumns() const;
     void readData(const pugi::xml_node &data);
     void readUpdate(const pugi::xml_node &update);
     bool isRow(const QualifiedName &name) const
@@ -184,10 +224,7 @@ std::vector<Rowset::Row> Walker::walk(const pugi::xml_document &document)
         if (name.space == schemaSpace && name.local == "Schema")
             readSchema(child);
     });
-    if (m_attributes[0].empty() || m_attributes[1].empty())
-        refuse(u"die Spalten „%1“ und „%2“ fehlen"_qs.arg(
-            QString::fromUtf8(m_columns[0].data(), static_cast<qsizetype>(m_columns[0].size())),
-            QString::fromUtf8(m_columns[1].data(), static_cast<qsizetype>(m_columns[1].size()))));
+    checkColumns();
     bool hasData = false;
     forEachElement(root, [&](const pugi::xml_node &child, const QualifiedName &name) {
         if (name.space != rowsetSpace || name.local != "data")
@@ -200,11 +237,24 @@ std::vector<Rowset::Row> Walker::walk(const pugi::xml_document &document)
     return std::move(m_rows);
 }
 
+void Walker::checkColumns() const
+{
+    for (const int i : {0, 1}) {
+        if (m_attributes[i].empty())
+            refuse(u"die Spalte „%1“ fehlt"_qs.arg(textOf(m_columns[i])));
+    }
+}
+
+// Columns stand inside the row type, or beside it where the type only refers to them.
 void Walker::readSchema(const pugi::xml_node &schema)
 {
     forEachElement(schema, [this](const pugi::xml_node &child, const QualifiedName &name) {
-        if (name.space == schemaSpace && name.local == "ElementType")
+        if (name.space != schemaSpace)
+            return;
+        if (name.local == "ElementType")
             readRowType(child);
+        else if (name.local == "AttributeType")
+            readColumn(child);
     });
 }
 
@@ -213,6 +263,8 @@ void Walker::readRowType(const pugi::xml_node &type)
     if (!m_rowName.empty())
         refuse(u"mehrere Satzarten"_qs);
     m_rowName = type.attribute("name").value();
+    if (m_rowName.empty())
+        refuse(u"eine Satzart ohne Namen"_qs);
     forEachElement(type, [this](const pugi::xml_node &child, const QualifiedName &name) {
         if (name.space != schemaSpace)
             return;
@@ -239,8 +291,11 @@ void Walker::readColumn(const pugi::xml_node &type)
     if (column.empty())
         column = attribute;
     for (const int i : {0, 1}) {
-        if (column == m_columns[i])
-            m_attributes[i] = attribute;
+        if (column != m_columns[i])
+            continue;
+        if (!m_attributes[i].empty())
+            refuse(u"die Spalte „%1“ ist doppelt"_qs.arg(textOf(column)));
+        m_attributes[i] = attribute;
     }
 }
 
@@ -261,27 +316,30 @@ void Walker::readData(const pugi::xml_node &data)
 }
 
 // The rows of the original block, each overlaid with the changed columns of the row of the same
-// number.
+// number. An old row without a changed one is still a row.
 void Walker::readUpdate(const pugi::xml_node &update)
 {
-    std::vector<Raw> originals;
-    std::size_t changed = 0;
+    std::vector<Raw> rows;
+    std::vector<Raw> changes;
     forEachElement(update, [&](const pugi::xml_node &child, const QualifiedName &name) {
-        if (name.space == rowsetSpace && name.local == "original") {
-            forEachElement(child, [&](const pugi::xml_node &row, const QualifiedName &rowName) {
-                if (isRow(rowName))
-                    originals.push_back(raw(row));
-            });
-        } else if (isRow(name)) {
-            Raw result = raw(child);
-            for (const int i : {0, 1}) {
-                if (!result.named[i] && changed < originals.size())
-                    result.text[i] = originals[changed].text[i];
-            }
-            ++changed;
-            append(result);
-        }
+        if (isRow(name))
+            changes.push_back(raw(child));
+        if (name.space != rowsetSpace || name.local != "original")
+            return;
+        forEachElement(child, [&](const pugi::xml_node &row, const QualifiedName &rowName) {
+            if (isRow(rowName))
+                rows.push_back(raw(row));
+        });
     });
+    rows.resize(std::max(rows.size(), changes.size()));
+    for (std::size_t n = 0; n < changes.size(); ++n) {
+        for (const int i : {0, 1}) {
+            if (changes[n].named[i])
+                rows[n].text[i] = changes[n].text[i];
+        }
+    }
+    for (const Raw &row : rows)
+        append(row);
 }
 
 Walker::Raw Walker::raw(const pugi::xml_node &row)
@@ -298,12 +356,8 @@ Walker::Raw Walker::raw(const pugi::xml_node &row)
         const QualifiedName qualified = m_scope.attribute(name);
         if (qualified.space != rowsetSpace || qualified.local != "forcenull")
             continue;
-        const std::string list = std::string(" ") + attribute.value() + " ";
-        for (const int i : {0, 1}) {
-            const bool isNull =
-                list.find(" " + std::string(m_attributes[i]) + " ") != std::string::npos;
-            result.named[i] = result.named[i] || isNull;
-        }
+        for (const int i : {0, 1})
+            result.named[i] = result.named[i] || listHolds(attribute.value(), m_attributes[i]);
     }
     forEachElement(row, [](const pugi::xml_node &, const QualifiedName &name) {
         if (name.space == rowSpace)

@@ -1,6 +1,7 @@
 #include "core/rowsetwriter.h"
 
 #include "core/runtimeerror.h"
+#include "core/xmlpruefung.h"
 
 namespace {
 
@@ -48,9 +49,12 @@ const char *escapeOf(char16_t c)
     }
 }
 
-// Appends a code point above ASCII as UTF-8.
 void appendUtf8(QByteArray &out, char32_t c)
 {
+    if (c < 0x80) {
+        out += static_cast<char>(c);
+        return;
+    }
     if (c < 0x800) {
         out += static_cast<char>(0xc0 | (c >> 6));
     } else {
@@ -67,11 +71,12 @@ void appendUtf8(QByteArray &out, char32_t c)
 
 [[noreturn]] void refuse(const QString &row, char16_t c)
 {
+    const QString code =
+        QString::number(c, 16).toUpper().rightJustified(4, u'0'); // as code charts write it
     throw RunTimeError(
-        ErrorNumber::InvalidProcedureCall,
-        u"Der Eintrag „%1“ enthält das Zeichen U+%2, das in der Datei nicht gespeichert werden kann"_qs
-            .arg(row)
-            .arg(uint(c), 4, 16, QLatin1Char('0')));
+        ErrorNumber::InvalidFileFormat,
+        u"der Eintrag „%1“ enthält das Zeichen U+%2, das die Datei nicht aufnehmen kann"_qs.arg(
+            forMessage(row), code));
 }
 
 } // namespace
@@ -110,11 +115,9 @@ void RowsetWriter::appendEscaped(const QString &text, const QString &row)
         const char16_t c = text[i].unicode();
         if (const char *escape = escapeOf(c)) {
             m_file += escape;
-        } else if (c < 0x20 || c == 0xfffe || c == 0xffff) {
-            refuse(row, c);
-        } else if (c < 0x80) {
-            m_file += static_cast<char>(c);
         } else if (!QChar::isSurrogate(c)) {
+            if (!isXmlCharacter(c))
+                refuse(row, c);
             appendUtf8(m_file, c);
         } else {
             const bool pair =
