@@ -49,8 +49,8 @@ void GridDelegate::paintCurrent(QPainter *painter, QStyleOptionViewItem option) 
 {
     // Inside a selection the current cell stands out by not being marked.
     option.state &= ~QStyle::State_Selected;
-    if (m_back)
-        option.backgroundBrush = *m_back;
+    // The table has already filled a selected cell's background.
+    painter->fillRect(option.rect, m_back ? QBrush(*m_back) : option.palette.base());
     if (m_text)
         option.palette.setColor(QPalette::Text, *m_text);
     option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
