@@ -49,9 +49,11 @@ bool CellEditor::take(QWidget *widget)
         m_widget.clear();
         return false;
     }
-    if (line())
+    if (line()) {
         line()->setFrame(false);
-    else
+        // So that the text stands where the cell shows it.
+        line()->setTextMargins(-1, 0, -2, 0);
+    } else
         m_choosing =
             QObject::connect(combo(), &QComboBox::activated, widget, [this] { m_chosen = true; });
     return true;
