@@ -220,7 +220,7 @@ void clsEditGrid::gridTextComposed(QInputMethodEvent *event)
 
 bool clsEditGrid::eventFilter(QObject *watched, QEvent *event)
 {
-    if (!m_editing || !m_editor.isPartOfIt(watched))
+    if (!m_editing || !m_editor || !m_editor.isPartOfIt(watched))
         return QObject::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::ShortcutOverride:

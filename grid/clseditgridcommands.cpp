@@ -135,6 +135,8 @@ void clsEditGrid::ClipboardCopy(std::optional<int> StartCol, std::optional<int> 
     if (!m_grid)
         return;
     const CellRange range = copiedRange(StartCol, StartRow, EndCol, EndRow);
+    if (range.rowCount() < 1 || range.colCount() < 1)
+        return;
     QString text;
     for (int row = range.firstRow; row <= range.lastRow; ++row)
         text += rowText(*m_grid, row, range.firstCol, range.lastCol, QStringLiteral("\t")) +
@@ -310,7 +312,8 @@ void clsEditGrid::clear(const CellRange &range)
         for (int col = range.firstCol; col <= range.lastCol; ++col) {
             if (!self || !grid || grid != m_grid)
                 return;
-            if (!rows.isThere() || grid->isFixed(rows.row(), col))
+            if (!rows.isThere() || !grid->model()->contains(rows.row(), col) ||
+                grid->isFixed(rows.row(), col))
                 continue;
             grid->setTextMatrix(rows.row(), col, QString());
             emit CellClear(rows.row(), col);

@@ -106,9 +106,9 @@ void clsEditGrid::placeEditor()
             Qt::QueuedConnection);
         return;
     }
-    const int frame = GridDelegate::frameWidth();
+    const int inset = m_editor.inset(GridDelegate::frameWidth());
     const QRect cell = m_grid->cellRect(m_edit->row.row(), m_edit->col);
-    QRect place = cell.adjusted(frame, frame, -frame - 1, -frame - 1);
+    QRect place = cell.adjusted(inset, inset, -inset, -inset);
     // Scrolled out of view it keeps the focus, and with it the text, beyond the frame's edge.
     if (place.width() < 1 || place.height() < 1)
         place = QRect(-2, -2, 1, 1);

@@ -319,7 +319,9 @@ QTableView *GridControl::table() const
 
 void GridControl::applyRowHeight()
 {
-    m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() + rowPadding);
+    const int height = m_view->fontMetrics().height() + rowPadding;
+    m_view->verticalHeader()->setDefaultSectionSize(height);
+    m_view->verticalScrollBar()->setSingleStep(height);
 }
 
 void GridControl::changeEvent(QEvent *event)

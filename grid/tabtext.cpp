@@ -1,5 +1,6 @@
 #include "grid/tabtext.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace tabtext {
@@ -7,7 +8,7 @@ namespace {
 
 bool isControl(QChar c)
 {
-    return c.category() == QChar::Other_Control;
+    return c < u' ' || (c >= u'\u007f' && c < u'\u00a0');
 }
 
 bool isLineBreak(QChar c)
@@ -24,6 +25,8 @@ qsizetype behindLineBreak(const QString &text, qsizetype at)
 
 QString withoutControls(QStringView text)
 {
+    if (std::none_of(text.begin(), text.end(), isControl))
+        return text.toString();
     QString kept;
     kept.reserve(text.size());
     for (const QChar c : text) {
@@ -43,8 +46,6 @@ struct Cell
 /// end.
 std::optional<Cell> quotedCell(const QString &text, qsizetype at)
 {
-    if (text.at(at) != u'"')
-        return std::nullopt;
     Cell cell{QString(), at + 1};
     while (cell.end < text.size()) {
         const QChar c = text.at(cell.end);
@@ -109,7 +110,7 @@ QList<QStringList> cells(const QString &text)
         QStringList row;
         for (bool more = true; more;) {
             const std::optional<Cell> quoted =
-                at < text.size() ? quotedCell(text, at) : std::nullopt;
+                at < text.size() && text.at(at) == u'"' ? quotedCell(text, at) : std::nullopt;
             const Cell cell = quoted ? *quoted : plainCell(text, at);
             row.append(cell.text);
             at = cell.end;
