@@ -246,6 +246,7 @@ private slots:
         auto *ok = control<QPushButton>(*dialog, u"cmdOk"_qs);
         QTest::mousePress(ok, Qt::LeftButton);
         QCoreApplication::processEvents();
+        QVERIFY(dialog.messages.shown.empty());
         QTest::mouseRelease(ok, Qt::LeftButton);
         QCoreApplication::processEvents();
         QCOMPARE(dialog.messages.shown, one(badMinimum));
