@@ -16,7 +16,8 @@ double freeHeight(const clsBander &bander)
 
 } // namespace
 
-BlockFlow::BlockFlow(clsBander &bander, Block block) : m_bander(bander), m_block(std::move(block))
+BlockFlow::BlockFlow(clsBander &bander, Block block, bool belowTitle)
+    : m_bander(bander), m_block(std::move(block)), m_belowTitle(belowTitle)
 {
     m_tailDone = m_block.tail.primitives().empty();
 }
@@ -55,6 +56,11 @@ bool BlockFlow::fitsOnePage()
 {
     const Piece &piece = wholePage();
     return piece.complete && piece.height + m_block.tail.extents().height() <= m_bander.space();
+}
+
+bool BlockFlow::staysWhole()
+{
+    return fitsOnePage() && (!m_belowTitle || wholePage().height <= freeHeight(m_bander));
 }
 
 double BlockFlow::leastHeight()
@@ -98,7 +104,7 @@ Drawing BlockFlow::band(const Piece &piece, bool withLead, bool withTail) const
 
 void BlockFlow::drawFirst()
 {
-    if (fitsOnePage()) {
+    if (staysWhole()) {
         m_bander.DrawBand(band(wholePage(), true, true));
         m_rowsDone = true;
         m_tailDone = true;

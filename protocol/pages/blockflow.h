@@ -52,7 +52,7 @@ struct Block
 class BlockFlow
 {
 public:
-    BlockFlow(clsBander &bander, Block block);
+    BlockFlow(clsBander &bander, Block block, bool belowTitle = false);
 
     /// Height that has to be free so that the block's beginning comes on the current page.
     double leastHeight();
@@ -74,6 +74,7 @@ private:
     const Piece &wholePage();
     Drawing band(const Piece &piece, bool withLead, bool withTail) const;
     bool fitsOnePage();
+    bool staysWhole();
     void drawFirst();
     void drawNext();
 
@@ -81,6 +82,7 @@ private:
     Block m_block;
     std::optional<Piece> m_wholePage; ///< what fits an empty page, from the first row on
     RowPosition m_position;
+    bool m_belowTitle;
     bool m_started = false;
     bool m_rowsDone = false;
     bool m_tailDone = false;

@@ -2,6 +2,8 @@
 
 #include "protocol/pages/pageformat.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 namespace {
@@ -70,7 +72,19 @@ double Cell::height(const TextMeasure &measure) const
 Cell cellOf(const TextMeasure &measure, const Column &column, const QString &text,
             const TextStyle &style)
 {
-    return {column, {measure.lines(text, style, column.textWidth()), style}};
+    const double width = column.textWidth();
+    const TextStyle used = column.holdsNumbers() ? measure.shrunk(text, style, width) : style;
+    return {column, {measure.lines(text, used, width), used}};
+}
+
+Cell unbrokenWordsCell(const TextMeasure &measure, const Column &column, const QString &text,
+                       const TextStyle &style)
+{
+    const double width = column.textWidth();
+    TextStyle used = style;
+    for (const QString &word : text.split(u' '))
+        used = measure.shrunk(word, used, width);
+    return {column, {measure.lines(text, used, width), used}};
 }
 
 Cell fittedCell(const TextMeasure &measure, const Column &column, const QString &text,
@@ -83,7 +97,9 @@ void drawCell(Drawing &drawing, const TextMeasure &measure, const Cell &cell, do
               QChar decimalPoint)
 {
     const TextStyle &style = cell.text.style;
-    double baseline = top - measure.ascent(style);
+    // A number that had to get smaller stands on its row's baseline.
+    const TextStyle &first = cell.column.holdsNumbers() ? *protocolStyle(false, 0) : style;
+    double baseline = top - measure.ascent(first);
     for (const QString &line : cell.text.lines) {
         if (!line.isEmpty())
             measure.add(drawing,

@@ -38,6 +38,10 @@ struct Column
     /// Left end of texts; at the content's edge they stand flush with the headings.
     double textLeft() const;
     double textWidth() const;
+    bool holdsNumbers() const
+    {
+        return alignment == Alignment::Number || alignment == Alignment::Decimal;
+    }
 };
 
 /// Blank room beside a cell's text.
@@ -58,9 +62,12 @@ struct Cell
     double height(const TextMeasure &measure) const;
 };
 
-/// A cell of any number of lines.
+/// A cell of any number of lines. A number is never broken, it gets smaller instead.
 Cell cellOf(const TextMeasure &measure, const Column &column, const QString &text,
             const TextStyle &style);
+/// A cell that breaks between words only; a word wider than the column makes the text smaller.
+Cell unbrokenWordsCell(const TextMeasure &measure, const Column &column, const QString &text,
+                       const TextStyle &style);
 /// A cell of at most \a mostLines lines, with smaller text where it takes that.
 Cell fittedCell(const TextMeasure &measure, const Column &column, const QString &text,
                 const TextStyle &style, int mostLines);

@@ -61,23 +61,38 @@ public:
     {
         drawGrid();
         drawVerticalTexts();
-        drawHorizontalTitle(drawHorizontalLabels());
+        const double belowLabels = drawHorizontalLabels();
         m_drawing.add(PlacedLine{at(m_data.lineStart), at(m_data.lineEnd), lineCm, lineColour});
         for (const QPointF &point : m_data.points)
             m_drawing.add(PlacedPoint{at(point), markerCm});
+        drawHorizontalTitle(std::min(belowLabels, m_drawing.extents().lower));
         m_drawing.reserve(-m_drawing.extents().lower + belowTitleCm);
         return std::move(m_drawing);
     }
 
 private:
+    // Points that lie a little outside of the frame push the labels away from it; those that lie
+    // far outside are drawn beyond them.
+    static double pushed(double outside)
+    {
+        constexpr double farthestLabel = 1.5;
+        return outside > 0.0 && outside + markerCm < farthestLabel ? outside + markerCm : 0.0;
+    }
+
     void placeFrame()
     {
-        double outside = 0.0;
-        for (const QPointF &point : m_data.points)
-            outside = std::max(outside, -positionOn(m_data.horizontal.axis, point.x()));
-        const double forTexts =
-            tickCm + 3 * gapCm + m_verticalLabelWidth + m_measure.lineHeight(m_titleStyle);
-        const double needed = std::max(forTexts, outside * frameWidthCm + markerCm);
+        double left = 0.0;
+        double below = 0.0;
+        for (const QPointF &point : m_data.points) {
+            left = std::max(left, -positionOn(m_data.horizontal.axis, point.x()));
+            below = std::max(below, -positionOn(m_data.vertical.axis, point.y()));
+        }
+        const double outside = left * frameWidthCm;
+        m_leftOfFrame = pushed(outside);
+        m_belowFrame = pushed(below * frameHeightCm);
+        const double forTexts = m_leftOfFrame + tickCm + 3 * gapCm + m_verticalLabelWidth +
+                                m_measure.lineHeight(m_titleStyle);
+        const double needed = std::max(forTexts, outside + markerCm);
         m_left = std::clamp(needed, (contentWidthCm - frameWidthCm) / 2, farthestFrameCm);
         m_bottom = -aboveFrameCm - frameHeightCm;
     }
@@ -139,7 +154,7 @@ private:
 
     void drawVerticalTexts()
     {
-        const double right = m_left - tickCm - gapCm;
+        const double right = m_left - m_leftOfFrame - tickCm - gapCm;
         for (std::size_t i = 0; i < m_data.vertical.labels.size(); ++i) {
             const QString &label = m_data.vertical.labels[i];
             text(label, right - m_measure.width(label, m_verticalStyle),
@@ -155,7 +170,7 @@ private:
     double drawHorizontalLabels()
     {
         const std::vector<QString> &labels = m_data.horizontal.labels;
-        const double top = m_bottom - tickCm - gapCm;
+        const double top = m_bottom - m_belowFrame - tickCm - gapCm;
         const double room = tickX(1) - tickX(0) - 2 * gapCm;
         TextStyle style = styleOfPoints(10);
         const QString widestLabel = widest(m_measure, labels, style);
@@ -195,6 +210,8 @@ private:
     TextStyle m_titleStyle;
     double m_verticalLabelWidth = 0.0;
     double m_left = 0.0;
+    double m_leftOfFrame = 0.0; ///< between the frame and the labels
+    double m_belowFrame = 0.0;
     double m_bottom = 0.0;
 };
 

@@ -91,7 +91,8 @@ void ProtocolComposition::begin(const Section &section)
 {
     std::unique_ptr<BlockFlow> flow;
     try {
-        flow = std::make_unique<BlockFlow>(m_bander, section.block());
+        const bool belowTitle = m_next == 1 && section.heading.isEmpty();
+        flow = std::make_unique<BlockFlow>(m_bander, section.block(), belowTitle);
     } catch (...) {
         drawHeading(section.heading); // what comes before the failure is composed
         throw;

@@ -23,9 +23,10 @@ const std::vector<Cell> &TextRows::cellsOf(std::int32_t row)
     m_cells.clear();
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
         Column column = m_columns[i];
-        if (content.atLeft)
+        if (content.isEquation)
             column.alignment = Alignment::Left;
-        m_cells.push_back(cellOf(m_measure, column, content.texts[i], *protocolStyle(false, 0)));
+        const auto make = content.isEquation ? &unbrokenWordsCell : &cellOf;
+        m_cells.push_back(make(m_measure, column, content.texts[i], *protocolStyle(false, 0)));
     }
     m_cellsRow = row;
     return m_cells;

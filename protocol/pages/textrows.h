@@ -12,7 +12,7 @@
 struct RowTexts
 {
     std::vector<QString> texts;
-    bool atLeft = false; ///< whatever the columns' alignment is
+    bool isEquation = false; ///< stands at the left and breaks between its parts only
 };
 
 /// Rows of texts, each with a fine rule below it. A row higher than a page is cut between lines.

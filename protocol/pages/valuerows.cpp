@@ -115,7 +115,10 @@ double ValueRows::drawRow(Drawing &drawing, std::int32_t field, std::int32_t poi
                                        m_document.MesswertString(pmDirekt, field, point)};
     double height = m_measure.lineHeight(style);
     for (std::size_t i = 0; i < texts.size(); ++i) {
-        const Cell cell = fittedCell(m_measure, m_columns[i + 1], texts[i], style, mostCellLines);
+        const Column &column = m_columns[i + 1];
+        const Cell cell = column.holdsNumbers()
+                              ? cellOf(m_measure, column, texts[i], style)
+                              : fittedCell(m_measure, column, texts[i], style, mostCellLines);
         drawCell(drawing, m_measure, cell, top - rowPaddingCm);
         height = std::max(height, cell.height(m_measure));
     }
