@@ -33,7 +33,9 @@ void Drawing::add(const PlacedPoint &point)
 
 void Drawing::reserve(double height)
 {
-    include({0.0, 0.0, -height, 0.0});
+    // Blank room has no width of its own.
+    const double x = m_hasExtents ? m_extents.left : 0.0;
+    include({x, x, -height, 0.0});
 }
 
 void Drawing::insert(const Drawing &other)

@@ -21,6 +21,8 @@ public:
         const QPointF at = device(text.at);
         if (!text.upward) {
             m_painter.drawText(at, text.text);
+            if (text.style.underlined)
+                underline(text, at);
             return;
         }
         m_painter.save();
@@ -46,6 +48,20 @@ private:
     QPointF device(const QPointF &at) const
     {
         return {at.x() * layoutPixelsPerCentimetre, (m_top - at.y()) * layoutPixelsPerCentimetre};
+    }
+
+    void underline(const PlacedText &text, const QPointF &at)
+    {
+        constexpr double below = 0.13; // of the font's size
+        constexpr double thickness = 0.06;
+        const double size = text.style.pixelSize;
+        QString words = text.text;
+        while (words.endsWith(u' '))
+            words.chop(1);
+        const double width = QFontMetricsF(m_painter.font()).horizontalAdvance(words);
+        const QPointF start = at + QPointF(0.0, below * size);
+        m_painter.setPen(QPen(Qt::black, thickness * size, Qt::SolidLine, Qt::FlatCap));
+        m_painter.drawLine(start, start + QPointF(width, 0.0));
     }
 
     static QPen pen(QRgb colour, double widthCm, Qt::PenCapStyle cap)

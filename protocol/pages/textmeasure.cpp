@@ -54,7 +54,6 @@ QFont protocolFont(const TextStyle &style)
     font.setStyleHint(QFont::Serif);
     font.setPixelSize(style.pixelSize);
     font.setBold(style.bold);
-    font.setUnderline(style.underlined);
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
 }

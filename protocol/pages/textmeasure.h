@@ -24,7 +24,8 @@ TextStyle styleOfPoints(int points, bool bold = false, bool underlined = false);
 std::optional<TextStyle> protocolStyle(bool heading, int level);
 
 /// "Times New Roman", or the font with the same metrics where that isn't installed, with the
-/// style's size in pixels.
+/// style's size in pixels. Not underlined: painting draws the line itself, because Qt's touches the
+/// letters.
 QFont protocolFont(const TextStyle &style);
 
 /// Measures and breaks texts; all lengths in centimetres.
