@@ -57,6 +57,12 @@ void DictionaryDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptio
     editor->raise();
 }
 
+void DictionaryDelegate::destroyEditor(QWidget *editor, const QModelIndex &index) const
+{
+    m_editor = nullptr; // it lives on until the event loop deletes it
+    QStyledItemDelegate::destroyEditor(editor, index);
+}
+
 void DictionaryDelegate::grow(QPlainTextEdit &editor) const
 {
     constexpr int mostLines = 8;
@@ -82,7 +88,8 @@ bool DictionaryDelegate::eventFilter(QObject *object, QEvent *event)
         }
         if (isEnter) {
             emit commitData(editor);
-            emit closeEditor(editor, EditNextItem);
+            emit closeEditor(editor, NoHint);
+            emit entered();
             return true;
         }
     }

@@ -26,6 +26,11 @@ public:
                       const QModelIndex &index) const override;
     void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
                               const QModelIndex &index) const override;
+    void destroyEditor(QWidget *editor, const QModelIndex &index) const override;
+
+signals:
+    /// Enter has closed the editor.
+    void entered();
 
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;

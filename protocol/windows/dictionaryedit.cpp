@@ -8,6 +8,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 DictionaryEdit::DictionaryEdit(QWidget *parent)
     : QWidget(parent)
     , m_table(new QTableWidget(0, 2, this))
@@ -32,6 +34,10 @@ DictionaryEdit::DictionaryEdit(QWidget *parent)
     layout->addWidget(m_table);
     layout->addWidget(hint);
     setFocusProxy(m_table);
+    connect(m_delegate, &DictionaryDelegate::entered, this, [this] {
+        const int next = std::min(m_table->currentRow() + 1, m_table->rowCount() - 1);
+        m_table->setCurrentCell(next, m_table->currentColumn());
+    });
     connect(m_table, &QTableWidget::itemChanged, this, &DictionaryEdit::itemChanged);
 }
 
