@@ -1,0 +1,188 @@
+#include "export/messwerteblatt.h"
+
+#include "core/kalibrierung.h"
+#include "export/arbeitsmappe.h"
+#include "export/formeln.h"
+#include "export/merkmalstexte.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+enum Spalte { feldnummer, feldname, punktname, kovariable, direkt, indirekt, hinweis };
+
+constexpr std::array<int, 3> spalteJeMerkmal{direkt, indirekt, kovariable};
+
+// Without decimal places that can be read, all digits are shown.
+Zellenstil zahlenstil(Kalibrierung &document, MerkmalEnum merkmal)
+{
+    try {
+        return {.zahlenformat = document.MerkmalNumberFormat(merkmal)};
+    } catch (const RunTimeError &) {
+        return {};
+    }
+}
+
+class Schreiber
+{
+public:
+    Schreiber(Blatt &sheet, Kalibrierung &document) : m_sheet(sheet), m_document(document)
+    {
+        for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ})
+            m_styles[merkmal] = zahlenstil(document, merkmal);
+    }
+
+    void kopf();
+    void punkt(int field, int point);
+    void breiten();
+    Messwerttabelle &tabelle() { return m_table; }
+
+private:
+    Variant value(MerkmalEnum merkmal, int field, int point) const;
+    void wert(int row, MerkmalEnum merkmal, int field, int point);
+    QString grund(const RunTimeError &error, const Variant &stored) const;
+
+    Blatt &m_sheet;
+    Kalibrierung &m_document;
+    std::array<Zellenstil, 3> m_styles;
+    std::array<double, 3> m_largest{};
+    QStringList m_notes; ///< of the row that is being written
+    qsizetype m_nameWidth = 12;
+    qsizetype m_pointWidth = 14;
+    qsizetype m_noteWidth = 12;
+    Messwerttabelle m_table;
+};
+
+void Schreiber::kopf()
+{
+    const Zellenstil head{.kopf = true};
+    m_sheet.text(0, feldnummer, u"Prüffeld Nr."_qs, head);
+    m_sheet.text(0, feldname, u"Prüffeld"_qs, head);
+    m_sheet.text(0, punktname, u"Prüfpunkt"_qs, head);
+    for (const MerkmalEnum merkmal : {mZ, mDirekt, mIndirekt}) {
+        const QString text = merkmalMitEinheit(m_document, merkmal);
+        m_sheet.text(
+            0, spalteJeMerkmal[merkmal],
+            text.isEmpty() ? merkmalsart(merkmal) : merkmalsart(merkmal) + u":\n"_qs + text, head);
+    }
+    m_sheet.text(0, hinweis, QStringLiteral("Hinweis"), head);
+}
+
+void Schreiber::punkt(int field, int point)
+{
+    const int row = ++m_table.punkte;
+    m_sheet.zahl(row, feldnummer, field);
+    const QString name = m_document.PrüffeldName(field);
+    const QString pointName = m_document.PrüfpunktName(point);
+    m_sheet.text(row, feldname, name);
+    m_sheet.text(row, punktname, pointName);
+    m_notes.clear();
+    for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ})
+        wert(row, merkmal, field, point);
+    if (!m_notes.isEmpty()) {
+        const QString note = m_notes.join(u"; "_qs);
+        m_sheet.text(row, hinweis, note);
+        m_noteWidth = std::max(m_noteWidth, note.size());
+    }
+    m_nameWidth = std::max(m_nameWidth, name.size());
+    m_pointWidth = std::max(m_pointWidth, pointName.size());
+}
+
+Variant Schreiber::value(MerkmalEnum merkmal, int field, int point) const
+{
+    if (merkmal == mZ)
+        return m_document.PrüffeldWert(field);
+    return m_document.Messwert(merkmal == mDirekt ? pmDirekt : pmIndirekt, field, point);
+}
+
+void Schreiber::wert(int row, MerkmalEnum merkmal, int field, int point)
+{
+    Stichprobe &sample = m_table.stichproben[merkmal];
+    Variant stored = Null{};
+    try {
+        stored = value(merkmal, field, point);
+        const double number = m_document.values().number(stored);
+        if (!std::isfinite(number))
+            throw RunTimeError(ErrorNumber::Overflow);
+        m_sheet.zahl(row, spalteJeMerkmal[merkmal], number, m_styles[merkmal]);
+        sample.werte.push_back(number);
+        m_largest[merkmal] = std::max(m_largest[merkmal], std::abs(number));
+    } catch (const RunTimeError &error) {
+        sample.luecke = true;
+        m_notes += merkmalsart(merkmal) + u": "_qs + grund(error, stored);
+    }
+}
+
+QString Schreiber::grund(const RunTimeError &error, const Variant &stored) const
+{
+    if (error.errorNumber() == ErrorNumber::InvalidUseOfNull)
+        return QStringLiteral("fehlt");
+    const auto *text = std::get_if<QString>(&stored);
+    if (!text)
+        return error.description();
+    if (text->trimmed().isEmpty())
+        return QStringLiteral("leer");
+    return u"„%1“: %2"_qs.arg(*text, error.description());
+}
+
+void Schreiber::breiten()
+{
+    constexpr double margin = 2.0;
+    constexpr qsizetype narrowest = 16;
+    m_sheet.spaltenbreite(feldnummer, feldnummer, 9);
+    m_sheet.spaltenbreite(feldname, feldname, double(m_nameWidth) + margin);
+    m_sheet.spaltenbreite(punktname, punktname, double(m_pointWidth) + margin);
+    for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ}) {
+        // As wide as the largest value with the decimals that the format has, at most 30 of them.
+        const qsizetype decimals = m_styles[merkmal].zahlenformat.count(u'0') - 1;
+        const QString widest = m_document.values().display(
+            -m_largest[merkmal], static_cast<std::int32_t>(std::max<qsizetype>(decimals, 0)));
+        m_sheet.spaltenbreite(spalteJeMerkmal[merkmal], spalteJeMerkmal[merkmal],
+                              double(std::max(widest.size(), narrowest)) + margin);
+    }
+    m_sheet.spaltenbreite(hinweis, hinweis, double(m_noteWidth) + margin);
+}
+
+} // namespace
+
+std::vector<int> punkteJeFeld(Kalibrierung &document)
+{
+    const int fields = document.PrüffelderAnzahl();
+    std::vector<int> result;
+    std::int64_t total = 0;
+    for (int field = 1; field <= fields; ++field) {
+        result.push_back(std::max(document.PrüffeldPrüfpunkte(field), 0));
+        total += result.back();
+        if (total > Auswertung::maximumPoints || field > Auswertung::maximumPoints)
+            throw RunTimeError(ErrorNumber::Overflow);
+    }
+    return result;
+}
+
+Messwerttabelle schreibeMesswerte(Blatt &sheet, Kalibrierung &document,
+                                  const std::vector<int> &pointsOfFields,
+                                  const Zeilenfortschritt &progress)
+{
+    Schreiber writer(sheet, document);
+    sheet.seite(false, 1);
+    writer.kopf();
+    int field = 0;
+    for (const int points : pointsOfFields) {
+        ++field;
+        for (int point = 1; point <= points; ++point) {
+            writer.punkt(field, point);
+            if (!progress())
+                return writer.tabelle();
+        }
+    }
+    writer.breiten();
+    Messwerttabelle &table = writer.tabelle();
+    const int last = std::max(table.punkte, 1);
+    table.feldnummern = formeln::spaltenbereich(sheet.name(), feldnummer, 1, last);
+    for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ})
+        table.stichproben[merkmal].bereich =
+            formeln::spaltenbereich(sheet.name(), spalteJeMerkmal[merkmal], 1, last);
+    return std::move(table);
+}
