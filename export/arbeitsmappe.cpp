@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <cstdio>
 
 namespace {
 
@@ -94,8 +95,8 @@ void Blatt::formel(int row, int col, const QString &expression, const QString &v
 void Blatt::diagramm(int row, int col, lxw_chart *chart)
 {
     lxw_chart_options options{};
-    options.x_scale = 1.4;
-    options.y_scale = 1.3;
+    options.x_scale = 2.4;
+    options.y_scale = 1.9;
     check(worksheet_insert_chart_opt(m_sheet, static_cast<lxw_row_t>(row), column(col), chart,
                                      &options));
 }
@@ -198,5 +199,12 @@ void Arbeitsmappe::close()
 
 void Arbeitsmappe::Free::operator()(lxw_workbook *book) const
 {
+    // The library closes the sheets' temporary files only when it packs them.
+    lxw_worksheet *sheet = nullptr;
+    STAILQ_FOREACH(sheet, book->worksheets, list_pointers)
+    {
+        if (sheet->optimize_tmpfile)
+            std::fclose(sheet->optimize_tmpfile);
+    }
     lxw_workbook_free(book);
 }

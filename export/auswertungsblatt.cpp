@@ -56,6 +56,7 @@ private:
 void Schreiber::kopf()
 {
     const Zellenstil head{.kopf = true};
+    m_sheet.zeilenhoehe(0, 30.0);
     m_sheet.text(0, bezeichnung, u"Statistische Größe"_qs, head);
     m_sheet.text(0, wert, QStringLiteral("Wert"), head);
     m_sheet.text(0, wertung, QStringLiteral("Wertung"), head);
@@ -105,7 +106,8 @@ void Schreiber::paargruppe(const QString &caption, const QString &member,
         m_sheet.formel(
             rows[0].ort.zeile, wertung, u"IF(%1,\"gut\",\"kritisch\")"_qs.arg(bedingungGut()),
             m_document.StatistikBestimmtheitsmaßIndirektDirektOk() ? QStringLiteral("gut")
-                                                                   : QStringLiteral("kritisch"));
+                                                                   : QStringLiteral("kritisch"),
+            m_member);
     zeile(rows[1].ort.zeile, member + u" direktes Prüfmerkmal und "_qs + z);
     rows[1].schreibe(m_sheet);
     zeile(rows[2].ort.zeile, member + u" indirektes Prüfmerkmal und "_qs + z);

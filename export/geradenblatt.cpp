@@ -15,8 +15,9 @@ using namespace tabellenplan;
 
 constexpr int endpunktkopf = 8; ///< heading row of the lines' ends
 constexpr int diagrammzeile = 17;
-constexpr int diagrammhoehe = 20; ///< in rows
-constexpr int letzteSpalte = 6;
+constexpr int diagrammhoehe = 28; ///< in rows
+constexpr int hinweisspalte =
+    5; ///< the last one that is printed: what a slope lacks, its intercept lacks
 
 // The genitive-free way to say which is computed from which.
 QString richtung(MerkmalEnum x, MerkmalEnum y)
@@ -56,14 +57,15 @@ private:
 void Schreiber::kopf()
 {
     const Zellenstil head{.kopf = true};
-    const std::array<QString, letzteSpalte + 1> captions{
+    const std::array<QString, hinweisspalte + 2> captions{
         QStringLiteral("Kalibriergerade"),
         QStringLiteral("Anstieg"),
         QStringLiteral("Achsenabschnitt"),
         QStringLiteral("Anstieg bei der Ausgabe"),
         QStringLiteral("Achsenabschnitt bei der Ausgabe"),
-        QStringLiteral("Hinweis zum Anstieg"),
-        QStringLiteral("Hinweis zum Achsenabschnitt")};
+        QStringLiteral("Hinweis"),
+        QStringLiteral("Hinweis zum Anstieg")};
+    m_sheet.zeilenhoehe(0, 45.0);
     for (std::size_t i = 0; i < captions.size(); ++i)
         m_sheet.text(0, static_cast<int>(i), captions[i], head);
     if (!m_plan.gerundet.value_or(false))
@@ -122,14 +124,14 @@ void Schreiber::endpunkte(std::size_t pair)
         m_sheet.formel(row, 1,
                        end == 0 ? u"MIN(%1)"_qs.arg(x.bereich)
                                 : u"IF(%1,MAX(%2),MIN(%2))"_qs.arg(known, x.bereich),
-                       at);
+                       at, {.zahlenformat = merkmalsformat(m_document, line.y)});
         m_sheet.formel(row, 2,
                        u"IF(%1,IFERROR(SUM(%2*%3,%4),MIN(%5)),MIN(%5))"_qs.arg(
                            known, line.anstieg.wertzelle(), formeln::zelle(geraden, row, 1),
                            line.achsenabschnitt.wertzelle(), y.bereich),
-                       height);
-        m_sheet.formel(row, line.anstieg.ort.hinweis, u"IF(%1,\"\",\"keine Gerade\")"_qs.arg(known),
-                       isKnown ? QString() : QStringLiteral("keine Gerade"));
+                       height, {.zahlenformat = merkmalsformat(m_document, line.x)});
+        m_sheet.formel(row, hinweisspalte, u"IF(%1,\"\",\"keine Gerade\")"_qs.arg(known),
+                       isKnown ? QString() : QStringLiteral("keine Gerade"), {.einzug = 1});
     }
 }
 
@@ -155,6 +157,7 @@ void Schreiber::diagramm(std::size_t pair)
     };
     constexpr lxw_color_t blue = 0x1F4E79;
     constexpr lxw_color_t red = 0xC00000;
+    constexpr lxw_color_t lightGrey = 0xD9D9D9;
     lxw_chart_series *points = addSeries(m_table.stichproben[line.y].bereich,
                                          m_table.stichproben[line.x].bereich, "Messwerte");
     lxw_chart_fill fill{};
@@ -179,6 +182,11 @@ void Schreiber::diagramm(std::size_t pair)
         m_sheet.achsentitel(axis, merkmalMitEinheit(m_document, merkmal));
         // Below and beside the drawing, also where values are negative.
         chart_axis_set_label_position(axis, LXW_CHART_AXIS_LABEL_POSITION_LOW);
+        lxw_chart_line grid{};
+        grid.color = lightGrey;
+        grid.width = 0.75F;
+        chart_axis_major_gridlines_set_visible(axis, LXW_TRUE);
+        chart_axis_major_gridlines_set_line(axis, &grid);
     };
     label(chart->x_axis, line.y);
     label(chart->y_axis, line.x);
@@ -188,7 +196,7 @@ void Schreiber::diagramm(std::size_t pair)
 
 void Schreiber::schreibe()
 {
-    m_sheet.seite(true, 1);
+    m_sheet.seite(false, 1);
     kopf();
     richtungen();
     const Zellenstil head{.kopf = true};
@@ -199,10 +207,10 @@ void Schreiber::schreibe()
         endpunkte(pair);
     for (std::size_t pair = 0; pair < tabellenpaare.size(); ++pair)
         diagramm(pair);
-    m_sheet.spaltenbreite(0, 0, 56);
-    m_sheet.spaltenbreite(1, 4, 18);
-    m_sheet.spaltenbreite(5, letzteSpalte, 40);
-    m_sheet.druckbereich(diagrammzeile + 3 * diagrammhoehe, letzteSpalte);
+    m_sheet.spaltenbreite(0, 0, 52);
+    m_sheet.spaltenbreite(1, 4, 16);
+    m_sheet.spaltenbreite(hinweisspalte, hinweisspalte + 1, 62);
+    m_sheet.druckbereich(diagrammzeile + 3 * diagrammhoehe, hinweisspalte);
 }
 
 } // namespace

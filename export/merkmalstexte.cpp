@@ -54,3 +54,8 @@ QString merkmalMitEinheit(Kalibrierung &document, MerkmalEnum merkmal)
     const QString unit = orEmpty([&] { return viewOf(document, merkmal).Einheit(); });
     return unit.isEmpty() ? name : (name + u" ["_qs + unit + u']').trimmed();
 }
+
+QString merkmalsformat(Kalibrierung &document, MerkmalEnum merkmal)
+{
+    return orEmpty([&] { return document.MerkmalNumberFormat(merkmal); });
+}

@@ -14,3 +14,7 @@ QString merkmalsbezeichnung(Kalibrierung &document, MerkmalEnum merkmal);
 
 /// The same and the unit in brackets; parts that are empty are left out.
 QString merkmalMitEinheit(Kalibrierung &document, MerkmalEnum merkmal);
+
+/// The number format of a characteristic's values; empty where its decimal places can't be read, so
+/// that all digits show.
+QString merkmalsformat(Kalibrierung &document, MerkmalEnum merkmal);

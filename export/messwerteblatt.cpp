@@ -15,14 +15,20 @@ enum Spalte { feldnummer, feldname, punktname, kovariable, direkt, indirekt, hin
 
 constexpr std::array<int, 3> spalteJeMerkmal{direkt, indirekt, kovariable};
 
-// Without decimal places that can be read, all digits are shown.
-Zellenstil zahlenstil(Kalibrierung &document, MerkmalEnum merkmal)
+constexpr qsizetype narrowestValue = 16; ///< width of a column of values, in characters
+
+// The height of a heading that wraps in a column of values.
+double kopfhoehe(const QStringList &texts)
 {
-    try {
-        return {.zahlenformat = document.MerkmalNumberFormat(merkmal)};
-    } catch (const RunTimeError &) {
-        return {};
+    constexpr double lineHeight = 15.0;
+    qsizetype lines = 2;
+    for (const QString &text : texts) {
+        qsizetype needed = 0;
+        for (const QString &part : text.split(u'\n'))
+            needed += 1 + part.size() / (narrowestValue - 2);
+        lines = std::max(lines, needed);
     }
+    return lineHeight * static_cast<double>(std::min<qsizetype>(lines, 12));
 }
 
 class Schreiber
@@ -31,7 +37,7 @@ public:
     Schreiber(Blatt &sheet, Kalibrierung &document) : m_sheet(sheet), m_document(document)
     {
         for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ})
-            m_styles[merkmal] = zahlenstil(document, merkmal);
+            m_styles[merkmal] = {.zahlenformat = merkmalsformat(document, merkmal)};
     }
 
     void kopf();
@@ -61,12 +67,13 @@ void Schreiber::kopf()
     m_sheet.text(0, feldnummer, u"Prüffeld Nr."_qs, head);
     m_sheet.text(0, feldname, u"Prüffeld"_qs, head);
     m_sheet.text(0, punktname, u"Prüfpunkt"_qs, head);
+    QStringList captions;
     for (const MerkmalEnum merkmal : {mZ, mDirekt, mIndirekt}) {
         const QString text = merkmalMitEinheit(m_document, merkmal);
-        m_sheet.text(
-            0, spalteJeMerkmal[merkmal],
-            text.isEmpty() ? merkmalsart(merkmal) : merkmalsart(merkmal) + u":\n"_qs + text, head);
+        captions += text.isEmpty() ? merkmalsart(merkmal) : merkmalsart(merkmal) + u":\n"_qs + text;
+        m_sheet.text(0, spalteJeMerkmal[merkmal], captions.last(), head);
     }
+    m_sheet.zeilenhoehe(0, kopfhoehe(captions));
     m_sheet.text(0, hinweis, QStringLiteral("Hinweis"), head);
 }
 
@@ -74,16 +81,17 @@ void Schreiber::punkt(int field, int point)
 {
     const int row = ++m_table.punkte;
     m_sheet.zahl(row, feldnummer, field);
+    const Zellenstil indented{.einzug = 1};
     const QString name = m_document.PrüffeldName(field);
     const QString pointName = m_document.PrüfpunktName(point);
-    m_sheet.text(row, feldname, name);
-    m_sheet.text(row, punktname, pointName);
+    m_sheet.text(row, feldname, name, indented);
+    m_sheet.text(row, punktname, pointName, indented);
     m_notes.clear();
     for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ})
         wert(row, merkmal, field, point);
     if (!m_notes.isEmpty()) {
         const QString note = m_notes.join(u"; "_qs);
-        m_sheet.text(row, hinweis, note);
+        m_sheet.text(row, hinweis, note, indented);
         m_noteWidth = std::max(m_noteWidth, note.size());
     }
     m_nameWidth = std::max(m_nameWidth, name.size());
@@ -130,7 +138,6 @@ QString Schreiber::grund(const RunTimeError &error, const Variant &stored) const
 void Schreiber::breiten()
 {
     constexpr double margin = 2.0;
-    constexpr qsizetype narrowest = 16;
     m_sheet.spaltenbreite(feldnummer, feldnummer, 9);
     m_sheet.spaltenbreite(feldname, feldname, double(m_nameWidth) + margin);
     m_sheet.spaltenbreite(punktname, punktname, double(m_pointWidth) + margin);
@@ -140,7 +147,7 @@ void Schreiber::breiten()
         const QString widest = m_document.values().display(
             -m_largest[merkmal], static_cast<std::int32_t>(std::max<qsizetype>(decimals, 0)));
         m_sheet.spaltenbreite(spalteJeMerkmal[merkmal], spalteJeMerkmal[merkmal],
-                              double(std::max(widest.size(), narrowest)) + margin);
+                              double(std::max(widest.size(), narrowestValue)) + margin);
     }
     m_sheet.spaltenbreite(hinweis, hinweis, double(m_noteWidth) + margin);
 }

@@ -20,10 +20,10 @@ void schreibeProtokolldaten(Blatt &sheet, const Kalibrierung &document)
         if (!key.startsWith(u"Protokoll Verdichtung "_qs))
             return;
         const QString text = basKalibrierungWendral::VarToString(value, document.values());
-        sheet.text(++row, 0, key);
+        sheet.text(++row, 0, key, wrapped);
         sheet.text(row, 1, text.left(maximumZellentext), wrapped);
         for (qsizetype start = maximumZellentext; start < text.size(); start += maximumZellentext) {
-            sheet.text(++row, 0, key + u" (Fortsetzung)"_qs);
+            sheet.text(++row, 0, key + u" (Fortsetzung)"_qs, wrapped);
             sheet.text(row, 1, text.mid(start, maximumZellentext), wrapped);
         }
         width = std::max(width, key.size());

@@ -259,8 +259,8 @@ void Planer::gerade(std::size_t direction)
     if (direction % 2 == 1)
         std::swap(line.x, line.y);
     const int row = 1 + static_cast<int>(direction);
-    line.anstieg.ort = {geraden, row, 1, 3, 5, 8};
-    line.achsenabschnitt.ort = {geraden, row, 2, 4, 6, 12};
+    line.anstieg.ort = {geraden, row, 1, 3, 6, 8};
+    line.achsenabschnitt.ort = {geraden, row, 2, 4, 5, 12};
     vollende(line.anstieg, anstieg(line.x, line.y), &Kalibrierung::NachkommastellenAnstieg, true);
 
     const Rechenzeile &meanX = m_plan.mittelwerte[line.x];

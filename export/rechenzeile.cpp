@@ -55,8 +55,9 @@ QString Rechenzeile::rechenzelle(int number) const
 void Rechenzeile::schreibe(Blatt &sheet) const
 {
     const Zellenstil number{.zahlenformat = zahlenformat};
+    const Zellenstil note{.einzug = 1};
     if (hinweisformel.isEmpty()) {
-        sheet.text(ort.zeile, ort.hinweis, hinweis);
+        sheet.text(ort.zeile, ort.hinweis, hinweis, note);
         return;
     }
     if (stellen) {
@@ -71,7 +72,7 @@ void Rechenzeile::schreibe(Blatt &sheet) const
     }
     if (wert)
         sheet.zahl(ort.zeile, ort.ausgabe, *wert, number);
-    sheet.formel(ort.zeile, ort.hinweis, hinweisformel, hinweis);
+    sheet.formel(ort.zeile, ort.hinweis, hinweisformel, hinweis, note);
 }
 
 // The program divides by the power of ten, takes the nearest whole number, of two equally near ones
