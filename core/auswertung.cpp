@@ -20,7 +20,7 @@ double quotient(double dividend, double divisor)
 {
     if (divisor == 0.0)
         throw RunTimeError(ErrorNumber::DivisionByZero);
-    return checkedFinite(dividend / divisor);
+    return checkedFinite(dividend / divisor) + 0.0; // adding 0 turns -0 into 0
 }
 
 // Any selector but the covariable's and the direct one's reads the indirect characteristic.
@@ -44,7 +44,7 @@ bool isPairOfTwo(MerkmalEnum x, MerkmalEnum y)
 double Auswertung::mittelwert(MerkmalEnum merkmal)
 {
     dropOutdated();
-    std::optional<double> &kept = m_means[known(merkmal)];
+    std::optional<double> &kept = m_means[static_cast<std::size_t>(known(merkmal))];
     if (kept)
         return *kept;
     const std::vector<double> &x = sample(known(merkmal));
@@ -59,7 +59,7 @@ double Auswertung::mittelwert(MerkmalEnum merkmal)
 double Auswertung::varianz(MerkmalEnum merkmal)
 {
     dropOutdated();
-    std::optional<double> &kept = m_variances[known(merkmal)];
+    std::optional<double> &kept = m_variances[static_cast<std::size_t>(known(merkmal))];
     if (kept)
         return *kept;
     const double mean = mittelwert(merkmal);
@@ -98,8 +98,8 @@ double Auswertung::bestimmtheitsmass(MerkmalEnum x, MerkmalEnum y)
     const double varianceX = varianz(x);
     const double varianceY = varianz(y);
     const double squared = checkedFinite(covariance * covariance);
-    return rounded(quotient(squared, checkedFinite(varianceX * varianceY)),
-                   m_document.NachkommastellenBestimmtheitsmaße());
+    const double determination = quotient(squared, checkedFinite(varianceX * varianceY));
+    return rounded(determination, m_document.NachkommastellenBestimmtheitsmaße());
 }
 
 // X = b * Y + a, every slope derived from regressions on the covariable.
@@ -149,7 +149,7 @@ void Auswertung::dropOutdated()
 
 const std::vector<double> &Auswertung::sample(MerkmalEnum merkmal)
 {
-    std::optional<Sample> &kept = m_samples[merkmal];
+    std::optional<Sample> &kept = m_samples[static_cast<std::size_t>(merkmal)];
     if (!kept)
         kept = gathered(merkmal);
     if (kept->error)

@@ -41,7 +41,7 @@ QString VarToString(const Variant &value, const Values &values)
 
 double Log10(double value)
 {
-    if (!(value > 0.0))
+    if (!(value > 0.0 && std::isfinite(value)))
         throw RunTimeError(ErrorNumber::InvalidProcedureCall);
     return std::log(value) / std::log(10.0);
 }

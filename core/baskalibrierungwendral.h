@@ -27,7 +27,7 @@ double RoundDecimal(double value, double exponent);
 QString VarToString(const Variant &value, const Values &values);
 
 /// The logarithm to base ten as ln(x) / ln(10), whose last bit can differ from the library's log10.
-/// Raises 5 for 0 and less.
+/// Raises 5 for 0 and less, and for what is not finite.
 double Log10(double value);
 
 /// Title texts of several lines, joined with CR LF: 0 the issuing body and its working group,

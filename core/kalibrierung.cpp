@@ -9,6 +9,7 @@
 #include <cmath>
 #include <limits>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -115,12 +116,19 @@ void Kalibrierung::setContentString(const QByteArray &blob)
     const PropertyBag bag = PropertyBag::fromContents(blob);
     const std::int32_t count =
         m_values.whole(bag.readProperty(QStringLiteral("Count"), std::int32_t{0}));
-    Reset();
+    if (count > bag.size())
+        throw RunTimeError(ErrorNumber::InvalidFileFormat);
+    // Everything that can fail comes before the reset.
+    std::vector<std::pair<QString, Variant>> entries;
     for (std::int32_t i = 1; i <= count; ++i) {
-        const QString key = m_values.text(bag.readProperty(withNumber(QStringLiteral("Key"), i)));
+        QString key = m_values.text(bag.readProperty(withNumber(QStringLiteral("Key"), i)));
         if (!key.isEmpty())
-            m_store.set(key, bag.readProperty(withNumber(QStringLiteral("Val"), i)));
+            entries.emplace_back(std::move(key),
+                                 bag.readProperty(withNumber(QStringLiteral("Val"), i)));
     }
+    Reset();
+    for (auto &[key, value] : entries)
+        m_store.set(std::move(key), std::move(value));
 }
 
 void Kalibrierung::LoadFile(const QString &path)
@@ -164,11 +172,12 @@ void Kalibrierung::ShowProtocollExtraData(bool modal, QObject *parentForm)
     windows().showForm(windows().createProtocollExtraData(*this), modal, parentForm);
 }
 
-void Kalibrierung::DataStoreLet(const QString &key, const Variant &value)
+void Kalibrierung::DataStoreLet(QString key, Variant value)
 {
-    if (m_values.text(m_store.item(key)) == m_values.text(value))
+    const QString stored = m_values.text(m_store.item(key));
+    if (stored == m_values.text(value))
         return;
-    m_store.set(key, value);
+    m_store.set(std::move(key), std::move(value));
     setIsDirty(true);
 }
 

@@ -53,8 +53,8 @@ public:
     KeyedStore &DataStore() { return m_store; }
     const KeyedStore &DataStore() const { return m_store; }
     /// The one write path: stores \a value and marks the document dirty when its text differs from
-    /// the stored one. Raises 94 for Null.
-    void DataStoreLet(const QString &key, const Variant &value);
+    /// the stored one. Raises 94 for Null. Key and value may come from the store itself.
+    void DataStoreLet(QString key, Variant value);
 
     bool IsDirty() const;
     void setIsDirty(bool dirty);

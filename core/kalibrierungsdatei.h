@@ -11,7 +11,8 @@ class Values;
 class Kalibrierungsdatei
 {
 public:
-    /// Reads and checks the whole file. Raises 53, 57, 70, 75, 76, or 321 for what is no such file.
+    /// Reads and checks the whole file. Raises 7, 53, 57, 70, 75, 76, or 321 for what is no such
+    /// file.
     static Kalibrierungsdatei read(const QString &path);
 
     /// Puts every row with a key into \a store, in order; later rows replace earlier ones.
@@ -20,8 +21,8 @@ public:
     /// Writes \a store to \a path; the file there is the old one or, in the end, the whole new one.
     static void write(const QString &path, const KeyedStore &store, const Values &values);
 
-    /// The bytes that write() puts into the file. Raises 94 for a Null, 5 for a text that XML can't
-    /// hold.
+    /// The bytes that write() puts into the file. Raises 94 for a Null, 321 for a text that
+    /// XML can't hold, naming its key.
     static QByteArray bytesOf(const KeyedStore &store, const Values &values);
 
     /// A larger file is no calibration and is refused before it is read: 512 MiB.

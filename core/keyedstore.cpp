@@ -15,7 +15,7 @@ const Variant &KeyedStore::item(const QString &key)
             return m_entries[number].value;
     }
     set(key, Empty{});
-    return *find(key);
+    return m_entries.back().value;
 }
 
 const Variant *KeyedStore::find(QStringView key) const

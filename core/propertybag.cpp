@@ -2,15 +2,23 @@
 
 #include "core/runtimeerror.h"
 
+#include <QCryptographicHash>
 #include <QDataStream>
 #include <QIODevice>
 
+#include <algorithm>
 #include <type_traits>
 
 namespace {
 
 constexpr quint32 magic = 0x4b57424c; // tells a bag from other bytes
 constexpr auto streamVersion = QDataStream::Qt_6_4;
+constexpr qsizetype digestSize = 32;
+
+QByteArray digestOf(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
+}
 
 void writeValue(QDataStream &out, const Variant &value)
 {
@@ -55,20 +63,23 @@ Variant PropertyBag::readProperty(const QString &name, const Variant &fallback) 
 
 QByteArray PropertyBag::contents() const
 {
-    QByteArray result;
-    QDataStream out(&result, QIODevice::WriteOnly);
+    QByteArray body;
+    QDataStream out(&body, QIODevice::WriteOnly);
     out.setVersion(streamVersion);
     out << magic << static_cast<quint32>(m_properties.size());
     for (auto property = m_properties.cbegin(); property != m_properties.cend(); ++property) {
         out << property.key();
         writeValue(out, property.value());
     }
-    return result;
+    return body + digestOf(body);
 }
 
 PropertyBag PropertyBag::fromContents(const QByteArray &contents)
 {
-    QDataStream in(contents);
+    const QByteArray body = contents.chopped(std::min(digestSize, contents.size()));
+    if (contents.sliced(body.size()) != digestOf(body))
+        throw RunTimeError(ErrorNumber::InvalidFileFormat);
+    QDataStream in(body);
     in.setVersion(streamVersion);
     quint32 mark = 0;
     quint32 count = 0;

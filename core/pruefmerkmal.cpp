@@ -70,5 +70,7 @@ void Prüfmerkmal::setNachkommastellen(std::int32_t places)
 
 QString Prüfmerkmal::Bezeichung() const
 {
-    return Name() + u' ' + Formelzeichen();
+    // One after the other: reading a missing key adds it, and the name's comes first.
+    const QString name = Name();
+    return name + u' ' + Formelzeichen();
 }

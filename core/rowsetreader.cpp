@@ -1,13 +1,13 @@
 #include "core/rowsetreader.h"
 
 #include "core/runtimeerror.h"
+#include "core/xmlencoding.h"
+#include "core/xmlnamespaces.h"
 #include "core/xmlpruefung.h"
-
-#include <QStringDecoder>
 
 #include <pugixml.hpp>
 
-#include <string>
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -21,116 +21,40 @@ constexpr std::string_view rowSpace = "#RowsetSchema";
     throw RunTimeError(ErrorNumber::InvalidFileFormat, why);
 }
 
-// UTF-8 without byte order mark, whatever the file's Unicode encoding is.
-QByteArray toUtf8(QByteArray file)
+QString textOf(std::string_view utf8)
 {
-    if (file.startsWith("\xef\xbb\xbf"))
-        return file.remove(0, 3);
-    const bool little = file.startsWith("\xff\xfe") || file.startsWith(QByteArray("<\0", 2));
-    const bool big = file.startsWith("\xfe\xff") || file.startsWith(QByteArray("\0<", 2));
-    if (!little && !big)
-        return file;
-    QStringDecoder decoder(little ? QStringDecoder::Utf16LE : QStringDecoder::Utf16BE,
-                           QStringDecoder::Flag::Stateless);
-    const QString text = decoder(file);
-    if (decoder.hasError() || file.size() % 2 != 0)
-        refuse(u"ungültige Zeichenkodierung (kein UTF-16)"_qs);
-    return text.toUtf8();
+    return forMessage(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())));
 }
 
-// An XML declaration may only name an encoding that the bytes really have.
-void checkDeclaration(std::string_view text)
+// Whether a list of words between white space holds the word.
+bool listHolds(std::string_view list, std::string_view word)
 {
-    if (!text.starts_with("<?xml ") && !text.starts_with("<?xml\t") &&
-        !text.starts_with("<?xml\r") && !text.starts_with("<?xml\n"))
-        return;
-    const std::string_view declaration = text.substr(0, text.find("?>"));
-    const std::size_t mark = declaration.find("encoding");
-    const std::size_t open = declaration.find_first_of("'\"", mark);
-    if (mark == std::string_view::npos || open == std::string_view::npos)
-        return;
-    const std::size_t close = declaration.find(declaration[open], open + 1);
-    const QByteArray name =
-        QByteArray::fromStdString(std::string(declaration.substr(open + 1, close - open - 1)))
-            .toUpper();
-    if (name != "UTF-8" && name != "UTF-16" && name != "UTF-16LE" && name != "UTF-16BE" &&
-        name != "US-ASCII")
-        refuse(u"die Zeichenkodierung %1 wird nicht unterstützt"_qs.arg(QString::fromLatin1(name)));
+    constexpr std::string_view space = " \t\r\n";
+    std::size_t end = 0;
+    for (;;) {
+        const std::size_t begin = list.find_first_not_of(space, end);
+        if (begin == std::string_view::npos)
+            return false;
+        end = std::min(list.find_first_of(space, begin), list.size());
+        if (list.substr(begin, end - begin) == word)
+            return true;
+    }
 }
-
-struct QualifiedName
-{
-    std::string_view space;
-    std::string_view local;
-};
-
-// Namespace declarations of the elements on the way from the root to the current one.
-class Scope
-{
-public:
-    // Adds an element's declarations; leave() with the returned mark takes them back.
-    std::size_t enter(const pugi::xml_node &element)
-    {
-        const std::size_t mark = m_bindings.size();
-        for (const pugi::xml_attribute attribute : element.attributes()) {
-            const std::string_view name = attribute.name();
-            if (name == "xmlns")
-                m_bindings.emplace_back(std::string_view(), attribute.value());
-            else if (name.starts_with("xmlns:"))
-                m_bindings.emplace_back(name.substr(6), attribute.value());
-        }
-        return mark;
-    }
-    void leave(std::size_t mark) { m_bindings.resize(mark); }
-
-    QualifiedName element(std::string_view name) const
-    {
-        const std::size_t colon = name.find(':');
-        if (colon == std::string_view::npos)
-            return {find({}), name};
-        return {bound(name.substr(0, colon)), name.substr(colon + 1)};
-    }
-    // An attribute without prefix is in no namespace.
-    QualifiedName attribute(std::string_view name) const
-    {
-        const std::size_t colon = name.find(':');
-        if (colon == std::string_view::npos || name.starts_with("xmlns:") ||
-            name.starts_with("xml:"))
-            return {{}, name};
-        return {bound(name.substr(0, colon)), name.substr(colon + 1)};
-    }
-
-private:
-    std::string_view find(std::string_view prefix) const
-    {
-        for (auto binding = m_bindings.rbegin(); binding != m_bindings.rend(); ++binding) {
-            if (binding->first == prefix)
-                return binding->second;
-        }
-        return {};
-    }
-    std::string_view bound(std::string_view prefix) const
-    {
-        const std::string_view space = find(prefix);
-        if (space.empty())
-            refuse(u"das Präfix „%1“ ist an keinen Namensraum gebunden"_qs.arg(
-                QString::fromUtf8(prefix.data(), static_cast<qsizetype>(prefix.size()))));
-        return space;
-    }
-
-    std::vector<std::pair<std::string_view, std::string_view>> m_bindings;
-};
 
 // Walks the parsed tree. No step recurses deeper than the format itself does.
 class Walker
 {
 public:
-    Walker(std::string_view firstColumn, std::string_view secondColumn)
-        : m_columns{firstColumn, secondColumn}
+    Walker(const pugi::xml_node &root, std::string_view firstColumn, std::string_view secondColumn,
+           const XmlCounts &counts)
+        : m_root(root)
+        , m_columns{firstColumn, secondColumn}
+        , m_scope(root, counts.namespaceDeclarations)
     {
+        m_rows.reserve(counts.elements);
     }
 
-    std::vector<Rowset::Row> walk(const pugi::xml_document &document);
+    std::vector<Rowset::Row> walk();
 
 private:
     // A row as it stands: which of the two columns it names, and their texts.
@@ -145,6 +69,7 @@ private:
     void readSchema(const pugi::xml_node &schema);
     void readRowType(const pugi::xml_node &type);
     void readColumn(const pugi::xml_node &type);
+    void checkColumns() const;
     void readData(const pugi::xml_node &data);
     void readUpdate(const pugi::xml_node &update);
     bool isRow(const QualifiedName &name) const
@@ -154,10 +79,11 @@ private:
     Raw raw(const pugi::xml_node &row);
     void append(const Raw &row) { m_rows.push_back({row.text[0], row.text[1]}); }
 
+    pugi::xml_node m_root;
     std::string_view m_columns[2];
     std::string_view m_attributes[2]; ///< under which the rows hold the two columns
     std::string_view m_rowName;
-    Scope m_scope;
+    XmlNamespaces m_scope;
     std::vector<Rowset::Row> m_rows;
 };
 
@@ -165,7 +91,7 @@ private:
 template <typename Visit>
 void Walker::forEachElement(const pugi::xml_node &parent, Visit visit)
 {
-    for (const pugi::xml_node child : parent.children()) {
+    for (pugi::xml_node child = parent.first_child(); child; child = child.next_sibling()) {
         if (child.type() != pugi::node_element)
             continue;
         const std::size_t mark = m_scope.enter(child);
@@ -174,22 +100,17 @@ void Walker::forEachElement(const pugi::xml_node &parent, Visit visit)
     }
 }
 
-std::vector<Rowset::Row> Walker::walk(const pugi::xml_document &document)
+std::vector<Rowset::Row> Walker::walk()
 {
-    const pugi::xml_node root = document.document_element();
-    if (std::string_view(root.name()) != "xml")
+    if (std::string_view(m_root.name()) != "xml")
         refuse(u"das Wurzelelement heißt nicht „xml“"_qs);
-    m_scope.enter(root);
-    forEachElement(root, [this](const pugi::xml_node &child, const QualifiedName &name) {
+    forEachElement(m_root, [this](const pugi::xml_node &child, const QualifiedName &name) {
         if (name.space == schemaSpace && name.local == "Schema")
             readSchema(child);
     });
-    if (m_attributes[0].empty() || m_attributes[1].empty())
-        refuse(u"die Spalten „%1“ und „%2“ fehlen"_qs.arg(
-            QString::fromUtf8(m_columns[0].data(), static_cast<qsizetype>(m_columns[0].size())),
-            QString::fromUtf8(m_columns[1].data(), static_cast<qsizetype>(m_columns[1].size()))));
+    checkColumns();
     bool hasData = false;
-    forEachElement(root, [&](const pugi::xml_node &child, const QualifiedName &name) {
+    forEachElement(m_root, [&](const pugi::xml_node &child, const QualifiedName &name) {
         if (name.space != rowsetSpace || name.local != "data")
             return;
         hasData = true;
@@ -200,11 +121,24 @@ std::vector<Rowset::Row> Walker::walk(const pugi::xml_document &document)
     return std::move(m_rows);
 }
 
+void Walker::checkColumns() const
+{
+    for (const int i : {0, 1}) {
+        if (m_attributes[i].empty())
+            refuse(u"die Spalte „%1“ fehlt"_qs.arg(textOf(m_columns[i])));
+    }
+}
+
+// Columns stand inside the row type, or beside it where the type only refers to them.
 void Walker::readSchema(const pugi::xml_node &schema)
 {
     forEachElement(schema, [this](const pugi::xml_node &child, const QualifiedName &name) {
-        if (name.space == schemaSpace && name.local == "ElementType")
+        if (name.space != schemaSpace)
+            return;
+        if (name.local == "ElementType")
             readRowType(child);
+        else if (name.local == "AttributeType")
+            readColumn(child);
     });
 }
 
@@ -213,6 +147,8 @@ void Walker::readRowType(const pugi::xml_node &type)
     if (!m_rowName.empty())
         refuse(u"mehrere Satzarten"_qs);
     m_rowName = type.attribute("name").value();
+    if (m_rowName.empty())
+        refuse(u"eine Satzart ohne Namen"_qs);
     forEachElement(type, [this](const pugi::xml_node &child, const QualifiedName &name) {
         if (name.space != schemaSpace)
             return;
@@ -239,8 +175,11 @@ void Walker::readColumn(const pugi::xml_node &type)
     if (column.empty())
         column = attribute;
     for (const int i : {0, 1}) {
-        if (column == m_columns[i])
-            m_attributes[i] = attribute;
+        if (column != m_columns[i])
+            continue;
+        if (!m_attributes[i].empty())
+            refuse(u"die Spalte „%1“ ist doppelt"_qs.arg(textOf(column)));
+        m_attributes[i] = attribute;
     }
 }
 
@@ -261,33 +200,37 @@ void Walker::readData(const pugi::xml_node &data)
 }
 
 // The rows of the original block, each overlaid with the changed columns of the row of the same
-// number.
+// number. An old row without a changed one is still a row.
 void Walker::readUpdate(const pugi::xml_node &update)
 {
-    std::vector<Raw> originals;
-    std::size_t changed = 0;
+    std::vector<Raw> rows;
+    std::vector<Raw> changes;
     forEachElement(update, [&](const pugi::xml_node &child, const QualifiedName &name) {
-        if (name.space == rowsetSpace && name.local == "original") {
-            forEachElement(child, [&](const pugi::xml_node &row, const QualifiedName &rowName) {
-                if (isRow(rowName))
-                    originals.push_back(raw(row));
-            });
-        } else if (isRow(name)) {
-            Raw result = raw(child);
-            for (const int i : {0, 1}) {
-                if (!result.named[i] && changed < originals.size())
-                    result.text[i] = originals[changed].text[i];
-            }
-            ++changed;
-            append(result);
-        }
+        if (isRow(name))
+            changes.push_back(raw(child));
+        if (name.space != rowsetSpace || name.local != "original")
+            return;
+        forEachElement(child, [&](const pugi::xml_node &row, const QualifiedName &rowName) {
+            if (isRow(rowName))
+                rows.push_back(raw(row));
+        });
     });
+    rows.resize(std::max(rows.size(), changes.size()));
+    for (std::size_t n = 0; n < changes.size(); ++n) {
+        for (const int i : {0, 1}) {
+            if (changes[n].named[i])
+                rows[n].text[i] = changes[n].text[i];
+        }
+    }
+    for (const Raw &row : rows)
+        append(row);
 }
 
 Walker::Raw Walker::raw(const pugi::xml_node &row)
 {
     Raw result;
-    for (const pugi::xml_attribute attribute : row.attributes()) {
+    for (pugi::xml_attribute attribute = row.first_attribute(); attribute;
+         attribute = attribute.next_attribute()) {
         const std::string_view name = attribute.name();
         if (name == m_attributes[0] || name == m_attributes[1]) {
             const int i = name == m_attributes[0] ? 0 : 1;
@@ -298,12 +241,8 @@ Walker::Raw Walker::raw(const pugi::xml_node &row)
         const QualifiedName qualified = m_scope.attribute(name);
         if (qualified.space != rowsetSpace || qualified.local != "forcenull")
             continue;
-        const std::string list = std::string(" ") + attribute.value() + " ";
-        for (const int i : {0, 1}) {
-            const bool isNull =
-                list.find(" " + std::string(m_attributes[i]) + " ") != std::string::npos;
-            result.named[i] = result.named[i] || isNull;
-        }
+        for (const int i : {0, 1})
+            result.named[i] = result.named[i] || listHolds(attribute.value(), m_attributes[i]);
     }
     forEachElement(row, [](const pugi::xml_node &, const QualifiedName &name) {
         if (name.space == rowSpace)
@@ -317,11 +256,11 @@ Walker::Raw Walker::raw(const pugi::xml_node &row)
 Rowset Rowset::parse(QByteArray file, std::string_view firstColumn, std::string_view secondColumn)
 {
     Rowset result;
-    result.m_buffer = toUtf8(std::move(file));
+    result.m_buffer = utf8Of(std::move(file));
     const std::string_view text(result.m_buffer.data(),
                                 static_cast<std::size_t>(result.m_buffer.size()));
-    checkXml(text);
-    checkDeclaration(text);
+    const XmlCounts counts = checkXml(text);
+    checkDeclaredEncoding(text);
 
     pugi::xml_document document;
     // Attribute white space stays as it is; parsing in the buffer copies no text.
@@ -332,6 +271,6 @@ Rowset Rowset::parse(QByteArray file, std::string_view firstColumn, std::string_
         throw RunTimeError(ErrorNumber::OutOfMemory);
     if (!parsed)
         refuse(u"die Elemente sind nicht richtig verschachtelt"_qs);
-    result.m_rows = Walker(firstColumn, secondColumn).walk(document);
+    result.m_rows = Walker(document.document_element(), firstColumn, secondColumn, counts).walk();
     return result;
 }

@@ -11,8 +11,8 @@ public:
     /// Begins a table with the two columns; \a expectedRows only saves time.
     RowsetWriter(const QString &firstColumn, const QString &secondColumn, std::size_t expectedRows);
 
-    /// Appends a row. Raises 5, naming \a first, where a text holds a character that XML 1.0 can't
-    /// hold.
+    /// Appends a row. Raises 321, naming \a first, where a text holds a character that XML 1.0
+    /// can't hold.
     void append(const QString &first, const QString &second);
 
     /// The whole file. Call it once, at the end.

@@ -44,6 +44,10 @@ QString RunTimeError::textOf(ErrorNumber number)
 
 QString errorReport(const QString &context, const RunTimeError &error)
 {
-    return context + u"\r\n"_qs + error.description() + u" ("_qs + QString::number(error.number()) +
-           u')';
+    return errorReport(context, error.number(), error.description());
+}
+
+QString errorReport(const QString &context, std::int32_t number, const QString &description)
+{
+    return context + u"\r\n"_qs + description + u" ("_qs + QString::number(number) + u')';
 }

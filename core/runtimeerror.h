@@ -49,3 +49,5 @@ private:
 /// The one form in which a failure is shown: \a context (ends in a colon), CR LF, description, "
 /// (number)".
 QString errorReport(const QString &context, const RunTimeError &error);
+/// The same for a failure that came from elsewhere with its own number.
+QString errorReport(const QString &context, std::int32_t number, const QString &description);

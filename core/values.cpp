@@ -148,7 +148,7 @@ Values::Reading nearestDouble(const std::string &integer, const std::string &fra
         text += std::string("e") + (negativeExponent ? "-" : "+") + exponent;
     double value = 0.0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (result.ec == std::errc{})
+    if (result.ec == std::errc{} && std::isfinite(value))
         return {Status::Number, value};
     // Out of range: too small is 0, too large an error. The power of ten of the first digit
     // decides.

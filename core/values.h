@@ -35,6 +35,7 @@ public:
 
     /// The number that \a text is. Raises 13 where it is none, 6 where a double can't hold it.
     double number(QStringView text) const;
+    double number(const QString &text) const { return number(QStringView(text)); }
     /// \a value as a double. Empty is 0; raises 94 for Null, 13 and 6 for text as above.
     double number(const Variant &value) const;
     /// \a value as a 32-bit whole number, halves to even. Raises what number() raises, and 6

@@ -17,11 +17,9 @@ bool isBlank(char c)
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-bool isXmlCharacter(std::uint32_t c)
+bool endsName(char c)
 {
-    if (c < 0x20)
-        return c == '\t' || c == '\n' || c == '\r';
-    return (c < 0xd800 || c > 0xdfff) && c != 0xfffe && c != 0xffff && c <= 0x10ffff;
+    return isBlank(c) || c == '=' || c == '/' || c == '>' || c == '<' || c == '\'' || c == '"';
 }
 
 class Checker
@@ -31,6 +29,7 @@ public:
 
     void checkCharacters();
     void checkStructure();
+    const XmlCounts &counts() const { return m_counts; }
 
 private:
     [[noreturn]] void fail(std::size_t position, const QString &what) const;
@@ -43,6 +42,8 @@ private:
     std::size_t checkStartTag(std::size_t position);
     std::size_t checkAttribute(std::size_t position);
     std::size_t skipBlanks(std::size_t position) const;
+    std::size_t skipName(std::size_t position) const;
+    void count(std::size_t position);
     void checkDuplicates(std::size_t position);
     bool startsAt(std::size_t position, std::string_view mark) const
     {
@@ -51,6 +52,8 @@ private:
 
     std::string_view m_text;
     std::size_t m_depth = 0;
+    std::size_t m_markup = 0;
+    XmlCounts m_counts;
     bool m_rootSeen = false;
     std::vector<std::string_view> m_names; ///< attribute names of the current tag
 };
@@ -94,7 +97,7 @@ std::size_t Checker::checkMultibyte(std::size_t position) const
 {
     const auto lead = static_cast<unsigned char>(m_text[position]);
     const std::size_t length = lead >= 0xf0 ? 4 : lead >= 0xe0 ? 3 : 2;
-    std::uint32_t c = lead & (0x7fU >> length);
+    char32_t c = lead & (0x7fU >> length);
     bool good = lead >= 0xc2 && lead <= 0xf4 && position + length <= m_text.size();
     for (std::size_t i = 1; good && i < length; ++i) {
         const auto byte = static_cast<unsigned char>(m_text[position + i]);
@@ -173,6 +176,7 @@ std::size_t Checker::behind(std::size_t position, std::string_view mark) const
 // The position behind the markup that begins at the position.
 std::size_t Checker::checkMarkup(std::size_t position)
 {
+    count(position);
     if (startsAt(position, "<!--"))
         return behind(position + 4, "-->");
     if (m_depth > 0 && startsAt(position, "<![CDATA["))
@@ -197,13 +201,27 @@ std::size_t Checker::skipBlanks(std::size_t position) const
     return position;
 }
 
+std::size_t Checker::skipName(std::size_t position) const
+{
+    while (position < m_text.size() && !endsName(m_text[position]))
+        ++position;
+    return position;
+}
+
+void Checker::count(std::size_t position)
+{
+    if (++m_markup > maximumMarkup)
+        fail(position, u"mehr Elemente, als eine Kalibrierung haben kann"_qs);
+}
+
 std::size_t Checker::checkStartTag(std::size_t position)
 {
     if (m_depth == 0 && m_rootSeen)
         fail(position, u"zweites Wurzelelement"_qs);
     m_rootSeen = true;
+    ++m_counts.elements;
     m_names.clear();
-    std::size_t i = std::min(m_text.find_first_of(" \t\r\n/>", position), m_text.size());
+    std::size_t i = skipName(position + 1);
     for (;;) {
         const std::size_t next = skipBlanks(i);
         if (startsAt(next, "/>")) {
@@ -226,23 +244,24 @@ std::size_t Checker::checkStartTag(std::size_t position)
 // The position behind the attribute that begins at the position.
 std::size_t Checker::checkAttribute(std::size_t position)
 {
-    const std::size_t nameEnd = m_text.find_first_of("= \t\r\n<>/'\"", position);
-    const std::size_t equals = skipBlanks(std::min(nameEnd, m_text.size()));
+    count(position);
+    const std::size_t nameEnd = skipName(position);
+    const std::size_t equals = skipBlanks(nameEnd);
     if (nameEnd == position || !startsAt(equals, "="))
         fail(position, u"Attribut ohne Wert"_qs);
     m_names.push_back(m_text.substr(position, nameEnd - position));
+    if (m_names.back().starts_with("xmlns"))
+        ++m_counts.namespaceDeclarations;
     const std::size_t quote = skipBlanks(equals + 1);
     if (!startsAt(quote, "'") && !startsAt(quote, "\""))
         fail(quote, u"Attributwert ohne Anführungszeichen"_qs);
     const std::size_t end = m_text.find(m_text[quote], quote + 1);
     if (end == std::string_view::npos)
         fail(m_text.size(), u"die Datei endet zu früh"_qs);
-    const std::size_t special = m_text.substr(0, end).find_first_of("<&", quote + 1);
-    if (special != std::string_view::npos) {
-        if (m_text.substr(special, end - special).find('<') != std::string_view::npos)
-            fail(special, u"Zeichen „<“ in einem Attributwert"_qs);
-        checkReferences(special, end);
-    }
+    const std::string_view value = m_text.substr(quote + 1, end - quote - 1);
+    if (const std::size_t bracket = value.find('<'); bracket != std::string_view::npos)
+        fail(quote + 1 + bracket, u"Zeichen „<“ in einem Attributwert"_qs);
+    checkReferences(quote + 1, end);
     return end + 1;
 }
 
@@ -263,9 +282,21 @@ void Checker::checkDuplicates(std::size_t position)
 
 } // namespace
 
-void checkXml(std::string_view utf8)
+XmlCounts checkXml(std::string_view utf8)
 {
     Checker checker(utf8);
     checker.checkCharacters();
     checker.checkStructure();
+    return checker.counts();
+}
+
+QString forMessage(const QString &text)
+{
+    constexpr qsizetype longest = 60;
+    QString result = text.left(longest);
+    for (QChar &c : result) {
+        if (c.unicode() < 0x20 || c.unicode() == 0x7f || !isXmlCharacter(c.unicode()))
+            c = QChar::ReplacementCharacter;
+    }
+    return text.size() > longest ? result + u'…' : result;
 }

@@ -1,0 +1,47 @@
+#include "app/fensterdienst.h"
+
+#include "core/runtimeerror.h"
+#include "wizard/frmassistent.h"
+#include "wizard/frminfo.h"
+
+#include <QDialog>
+#include <QEventLoop>
+
+QObject *Fensterdienst::createAssistent(Kalibrierung &document)
+{
+    return new frmAssistent(document, m_services);
+}
+
+QObject *Fensterdienst::createInfo()
+{
+    return new frmInfo;
+}
+
+QObject *Fensterdienst::createCalcOptions(Kalibrierung &)
+{
+    throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+}
+
+QObject *Fensterdienst::createProtocollExtraData(Kalibrierung &)
+{
+    throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+}
+
+void Fensterdienst::showForm(QObject *form, bool modal, QObject *parentForm)
+{
+    auto *window = qobject_cast<QWidget *>(form);
+    if (!window)
+        throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    if (auto *owner = qobject_cast<QWidget *>(parentForm))
+        window->setParent(owner, window->windowFlags() | Qt::Window);
+    if (!modal) {
+        window->show();
+        return;
+    }
+    window->setWindowModality(parentForm ? Qt::WindowModal : Qt::ApplicationModal);
+    QEventLoop untilClosed;
+    QObject::connect(window, &QObject::destroyed, &untilClosed, &QEventLoop::quit);
+    window->show();
+    untilClosed.exec();
+}

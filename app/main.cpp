@@ -1,0 +1,38 @@
+#include "app/fensterdienst.h"
+#include "app/htmlhelp.h"
+#include "app/start.h"
+#include "core/produkt.h"
+#include "wizard/qtdialogs.h"
+
+#include <QApplication>
+#include <QSettings>
+
+#include <array>
+#include <clocale>
+
+int main(int argc, char **argv)
+{
+    // Qt gets the program's name only, so that it takes no word of the command line for itself.
+    int qtCount = 1;
+    std::array<char *, 2> qtWords{argv[0], nullptr};
+    QApplication application(qtCount, qtWords.data());
+    // The application object takes over the environment's locale; libraries that write numbers into
+    // files need the point.
+    std::setlocale(LC_NUMERIC, "C");
+    QApplication::setApplicationName(produkt::name());
+    installGermanTexts(application);
+    const QLocale locale = userLocale();
+    QLocale::setDefault(locale);
+
+    QStringList words;
+    for (int i = 1; i < argc; ++i)
+        words.append(QString::fromLocal8Bit(argv[i]));
+
+    QSettings settings(QSettings::NativeFormat, QSettings::UserScope, produkt::name());
+    settings.setFallbacksEnabled(false);
+    QtDialogs dialogs;
+    HTMLHelp help(QApplication::applicationDirPath(), openWithHelpViewer);
+    Fensterdienst windows({dialogs, settings, help, QApplication::applicationDirPath()});
+    basKalibrierungWendral::Main(words.join(u' '), locale, windows, dialogs);
+    return QApplication::exec();
+}

@@ -1,0 +1,293 @@
+#include "tests/support/testregistry.h"
+#include "wizard/fehlerbericht.h"
+#include "wizard/frminfo.h"
+#include "wizard/qtdialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextEdit>
+#include <QTimer>
+
+/// The real boxes, and the one form of a failure.
+class TestQtDialogs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void messageShowsIconTitleAndText_data();
+    void messageShowsIconTitleAndText();
+    void emptyTitleIsTheApplications();
+    void textIsNeverTakenForMarkup();
+    void questionReturnsItsAnswer_data();
+    void questionReturnsItsAnswer();
+    void escapeCancelsTheQuestion();
+    void conflictReturnsItsAnswer_data();
+    void conflictReturnsItsAnswer();
+    void openDialogFiltersXml();
+    void saveDialogStartsWithTheOldNameAndAddsTheSuffix();
+    void cancelledFileDialogsGiveNothing();
+    void failureHasOneForm_data();
+    void failureHasOneForm();
+    void numberZeroShowsNoBox();
+    void outOfMemoryIsReportedToo();
+    void infoBoxNamesTheProduct();
+};
+
+namespace {
+
+// Runs \a look on the modal window of type Box as soon as it is there.
+template <typename Box, typename Look>
+void whenShown(Look look)
+{
+    auto *timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, look] {
+        if (auto *box = qobject_cast<Box *>(QApplication::activeModalWidget())) {
+            timer->deleteLater();
+            look(*box);
+        }
+    });
+    timer->start(5);
+}
+
+} // namespace
+
+void TestQtDialogs::messageShowsIconTitleAndText_data()
+{
+    QTest::addColumn<int>("icon");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("information") << int(Dialogs::Icon::Information)
+                                 << int(QMessageBox::Information);
+    QTest::newRow("exclamation") << int(Dialogs::Icon::Exclamation) << int(QMessageBox::Warning);
+    QTest::newRow("critical") << int(Dialogs::Icon::Critical) << int(QMessageBox::Critical);
+}
+
+void TestQtDialogs::messageShowsIconTitleAndText()
+{
+    QFETCH(int, icon);
+    QFETCH(int, expected);
+    QtDialogs dialogs;
+    QMessageBox::Icon shownIcon = QMessageBox::NoIcon;
+    QString title;
+    QString text;
+    whenShown<QMessageBox>([&](QMessageBox &box) {
+        shownIcon = box.icon();
+        title = box.windowTitle();
+        text = box.text();
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    dialogs.message(nullptr, static_cast<Dialogs::Icon>(icon), u"Titel"_qs, u"eins\r\nzwei"_qs);
+    QCOMPARE(int(shownIcon), expected);
+    QCOMPARE(title, u"Titel"_qs);
+    QCOMPARE(text, u"eins\nzwei"_qs);
+}
+
+void TestQtDialogs::emptyTitleIsTheApplications()
+{
+    QtDialogs dialogs;
+    QString title;
+    whenShown<QMessageBox>([&](QMessageBox &box) {
+        title = box.windowTitle();
+        box.accept();
+    });
+    dialogs.message(nullptr, Dialogs::Icon::Critical, {}, u"x"_qs);
+    QCOMPARE(title, QGuiApplication::applicationDisplayName());
+    QVERIFY(!title.isEmpty());
+}
+
+void TestQtDialogs::textIsNeverTakenForMarkup()
+{
+    QtDialogs dialogs;
+    Qt::TextFormat format = Qt::AutoText;
+    whenShown<QMessageBox>([&](QMessageBox &box) {
+        format = box.textFormat();
+        box.accept();
+    });
+    dialogs.message(nullptr, Dialogs::Icon::Critical, {}, u"<b>fett</b>"_qs);
+    QCOMPARE(format, Qt::PlainText);
+}
+
+void TestQtDialogs::questionReturnsItsAnswer_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<int>("answer");
+    QTest::newRow("yes") << int(QMessageBox::Yes) << int(Dialogs::Answer::Yes);
+    QTest::newRow("no") << int(QMessageBox::No) << int(Dialogs::Answer::No);
+    QTest::newRow("cancel") << int(QMessageBox::Cancel) << int(Dialogs::Answer::Cancel);
+}
+
+void TestQtDialogs::questionReturnsItsAnswer()
+{
+    QFETCH(int, button);
+    QFETCH(int, answer);
+    QtDialogs dialogs;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    whenShown<QMessageBox>([&](QMessageBox &box) {
+        icon = box.icon();
+        QCOMPARE(box.standardButtons(), QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        box.button(static_cast<QMessageBox::StandardButton>(button))->click();
+    });
+    QCOMPARE(int(dialogs.question(nullptr, u"T"_qs, u"?"_qs)), answer);
+    QCOMPARE(icon, QMessageBox::Question);
+}
+
+void TestQtDialogs::escapeCancelsTheQuestion()
+{
+    QtDialogs dialogs;
+    whenShown<QMessageBox>([](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    QCOMPARE(dialogs.question(nullptr, u"T"_qs, u"?"_qs), Dialogs::Answer::Cancel);
+}
+
+void TestQtDialogs::conflictReturnsItsAnswer_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<int>("answer");
+    QTest::newRow("mine") << u"Meine Fassung behalten"_qs << int(Dialogs::Conflict::KeepMine);
+    QTest::newRow("other") << u"Unter anderem Namen..."_qs << int(Dialogs::Conflict::OtherName);
+    QTest::newRow("escape") << u""_qs << int(Dialogs::Conflict::Cancel);
+}
+
+void TestQtDialogs::conflictReturnsItsAnswer()
+{
+    QFETCH(QString, button);
+    QFETCH(int, answer);
+    QtDialogs dialogs;
+    whenShown<QMessageBox>([&](QMessageBox &box) {
+        for (QAbstractButton *each : box.buttons()) {
+            if (!button.isEmpty() && each->text().remove(u'&') == button)
+                return each->click();
+        }
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    QCOMPARE(int(dialogs.conflict(nullptr, u"T"_qs, u"?"_qs)), answer);
+}
+
+void TestQtDialogs::openDialogFiltersXml()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.xml"_qs);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QtDialogs dialogs;
+    QStringList filters;
+    whenShown<QFileDialog>([&](QFileDialog &dialog) {
+        filters = dialog.nameFilters();
+        QCOMPARE(dialog.directory().absolutePath(), folder.path());
+        dialog.selectFile(path);
+        static_cast<QDialog &>(dialog).accept();
+    });
+    QCOMPARE(dialogs.openFileName(nullptr, path), std::optional(path));
+    QCOMPARE(filters, QStringList({u"XML-Dateien (*.xml)"_qs, u"alle Dateien (*)"_qs}));
+}
+
+void TestQtDialogs::saveDialogStartsWithTheOldNameAndAddsTheSuffix()
+{
+    const QTemporaryDir folder;
+    QtDialogs dialogs;
+    QString preset;
+    whenShown<QFileDialog>([&](QFileDialog &dialog) {
+        QCOMPARE(dialog.acceptMode(), QFileDialog::AcceptSave);
+        preset = dialog.selectedFiles().value(0);
+        dialog.selectFile(u"neu"_qs);
+        static_cast<QDialog &>(dialog).accept();
+    });
+    QCOMPARE(dialogs.saveFileName(nullptr, folder.filePath(u"alt.xml"_qs)),
+             std::optional(folder.filePath(u"neu.xml"_qs)));
+    QCOMPARE(preset, folder.filePath(u"alt.xml"_qs));
+}
+
+void TestQtDialogs::cancelledFileDialogsGiveNothing()
+{
+    QtDialogs dialogs;
+    whenShown<QFileDialog>([](QFileDialog &dialog) { dialog.reject(); });
+    QVERIFY(!dialogs.openFileName(nullptr, {}));
+    whenShown<QFileDialog>([](QFileDialog &dialog) { dialog.reject(); });
+    QVERIFY(!dialogs.saveFileName(nullptr, {}));
+}
+
+namespace {
+
+struct Recorder : QtDialogs
+{
+    void message(QWidget *, Icon shownIcon, const QString &shownTitle,
+                 const QString &shownText) override
+    {
+        ++count;
+        icon = shownIcon;
+        title = shownTitle;
+        text = shownText;
+    }
+    int count = 0;
+    Icon icon = Icon::Information;
+    QString title;
+    QString text;
+};
+
+} // namespace
+
+void TestQtDialogs::failureHasOneForm_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("end");
+    QTest::newRow("positive") << 53 << u"\r\nBeschreibung (53)"_qs;
+    QTest::newRow("negative") << -2147467259 << u"\r\nBeschreibung (-2147467259)"_qs;
+    QTest::newRow("no grouping") << 1234567 << u"\r\nBeschreibung (1234567)"_qs;
+}
+
+void TestQtDialogs::failureHasOneForm()
+{
+    QFETCH(int, number);
+    QFETCH(QString, end);
+    Recorder dialogs;
+    fehlerbericht::show(dialogs, {nullptr, Dialogs::Icon::Critical, u"T"_qs, u"Fehler:"_qs}, number,
+                        u"Beschreibung"_qs);
+    QCOMPARE(dialogs.count, 1);
+    QCOMPARE(dialogs.icon, Dialogs::Icon::Critical);
+    QCOMPARE(dialogs.title, u"T"_qs);
+    QCOMPARE(dialogs.text, u"Fehler:"_qs + end);
+}
+
+void TestQtDialogs::numberZeroShowsNoBox()
+{
+    Recorder dialogs;
+    fehlerbericht::show(dialogs, {}, 0, u"trotzdem eine Beschreibung"_qs);
+    QVERIFY(fehlerbericht::guarded(dialogs, {}, [] {}));
+    QCOMPARE(dialogs.count, 0);
+}
+
+void TestQtDialogs::outOfMemoryIsReportedToo()
+{
+    Recorder dialogs;
+    QVERIFY(!fehlerbericht::guarded(dialogs,
+                                    {nullptr, Dialogs::Icon::Exclamation, u"T"_qs, u"Fehler:"_qs},
+                                    [] { throw std::bad_alloc(); }));
+    QCOMPARE(dialogs.text, u"Fehler:\r\nNicht genügend Speicher (7)"_qs);
+}
+
+void TestQtDialogs::infoBoxNamesTheProduct()
+{
+    frmInfo box;
+    const auto text = [&](const QString &name) { return box.findChild<QLabel *>(name)->text(); };
+    QCOMPARE(box.windowTitle(), u"Info"_qs);
+    QCOMPARE(text(u"labInfo"_qs), u"Info über Kalibrierung nach Wendral"_qs);
+    QCOMPARE(text(u"labProductName"_qs), u"Kalibrierung nach Wendral"_qs);
+    QVERIFY(
+        text(u"labVersion"_qs).contains(QRegularExpression(u"^Version \\d+\\.\\d+\\.\\d+$"_qs)));
+    QVERIFY(!text(u"labWarnung"_qs).isEmpty());
+    const auto *contact = box.findChild<QTextEdit *>(u"rtfKontakt"_qs);
+    QVERIFY(contact->isReadOnly());
+    const QStringList blocks = contact->toPlainText().split(u"\n\n"_qs);
+    QCOMPARE(blocks.size(), 3);
+    QVERIFY(blocks[0].startsWith(u"Herstellung Vertrieb\n"_qs));
+    QVERIFY(blocks[1].startsWith(u"Support und programmtechnische Umsetzung\n"_qs));
+    box.show();
+    box.findChild<QPushButton *>(u"cmdClose"_qs)->click();
+    QVERIFY(!box.isVisible());
+}
+
+REGISTER_TEST(TestQtDialogs)
+#include "tst_qtdialogs.moc"

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QComboBox>
+
+/// An editable combo box that only its user changes: not the mouse wheel, not an automatic
+/// completion, not the first entry of its list.
+class Auswahlfeld : public QComboBox
+{
+public:
+    explicit Auswahlfeld(QWidget *parent = nullptr);
+
+    /// Adds \a entry to the list and leaves the text as it is.
+    void addPreset(const QString &entry);
+    /// The text, whether it is one of the list or not.
+    void setText(const QString &text);
+    QString text() const { return currentText(); }
+
+    /// Assistive technology reads a combo box's text as its name, so the line edit carries \a name.
+    void setAccessibleTexts(const QString &name);
+
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+};

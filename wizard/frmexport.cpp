@@ -1,0 +1,69 @@
+#include "wizard/frmexport.h"
+
+#include "core/produkt.h"
+#include "wizard/fehlerbericht.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPointer>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int shownRows = 6; // the list's height in rows, though it has one
+
+} // namespace
+
+frmExport::frmExport(Dialogs &dialogs, Exporter exporter, QWidget *parent)
+    : QDialog(parent)
+    , m_dialogs(dialogs)
+    , m_exporter(std::move(exporter))
+    , List1(new QListWidget(this))
+{
+    setWindowTitle(QStringLiteral("Export in dritte Programme"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    auto *label = new QLabel(u"wählen Sie eine Aktion aus:"_qs, this);
+    label->setBuddy(List1);
+    List1->setObjectName(QStringLiteral("List1"));
+    List1->setAccessibleName(QStringLiteral("Aktionen"));
+    List1->addItem(QStringLiteral("Export der Messwerte und Ergebnisse nach MS Excel"));
+    const int em = fontMetrics().height();
+    List1->setMinimumSize(List1->sizeHintForColumn(0) + 4 * em, shownRows * em);
+    List1->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+
+    auto *cmdOk = new QPushButton(QStringLiteral("&Ok"), this);
+    cmdOk->setObjectName(QStringLiteral("cmdOk"));
+    cmdOk->setDefault(true);
+    cmdOk->setFocus(); // in the list the frame of the focus would look like a selection
+    connect(cmdOk, &QPushButton::clicked, this, &frmExport::runSelected);
+    auto *cmdClose = new QPushButton(QStringLiteral("&Abbruch"), this);
+    cmdClose->setObjectName(QStringLiteral("cmdClose"));
+    connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdOk);
+    buttons->addWidget(cmdClose);
+    auto *rows = new QVBoxLayout(this);
+    rows->addWidget(label);
+    rows->addWidget(List1);
+    rows->addLayout(buttons);
+}
+
+void frmExport::runSelected()
+{
+    // An export that shows its progress lets events through: no second one beside it.
+    if (m_running || List1->selectedItems().isEmpty())
+        return;
+    m_running = true;
+    const QPointer<frmExport> alive(this); // the window can be closed meanwhile
+    const Exporter exporter = m_exporter;
+    fehlerbericht::guarded(m_dialogs,
+                           {this, Dialogs::Icon::Exclamation, produkt::name(),
+                            u"Beim Exportieren der Daten ist ein Fehler aufgetreten:"_qs},
+                           [&exporter, this] { exporter(this); });
+    if (alive)
+        m_running = false;
+}

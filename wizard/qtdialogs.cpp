@@ -1,0 +1,115 @@
+#include "wizard/qtdialogs.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStandardPaths>
+
+namespace {
+
+QMessageBox::Icon qtIcon(Dialogs::Icon icon)
+{
+    switch (icon) {
+    case Dialogs::Icon::Information:
+        return QMessageBox::Information;
+    case Dialogs::Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Dialogs::Icon::Critical:
+        return QMessageBox::Critical;
+    }
+    Q_UNREACHABLE();
+}
+
+void prepare(QMessageBox &box, const QString &title, const QString &text)
+{
+    box.setWindowTitle(title.isEmpty() ? QGuiApplication::applicationDisplayName() : title);
+    box.setTextFormat(Qt::PlainText); // file names and entries may look like markup
+    QString shown = text;
+    box.setText(shown.replace(u"\r\n"_qs, u"\n"_qs));
+}
+
+// Set one by one so that nothing else than a file dialog opens: the static functions of QFileDialog
+// take no default suffix.
+void prepare(QFileDialog &dialog, const QString &startAt)
+{
+    dialog.setNameFilters({u"XML-Dateien (*.xml)"_qs, u"alle Dateien (*)"_qs});
+    const QFileInfo start(startAt);
+    if (startAt.isEmpty())
+        dialog.setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    else
+        dialog.setDirectory(start.isDir() ? start.absoluteFilePath() : start.absolutePath());
+}
+
+std::optional<QString> chosen(QFileDialog &dialog)
+{
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().constFirst();
+}
+
+} // namespace
+
+void QtDialogs::message(QWidget *owner, Icon icon, const QString &title, const QString &text)
+{
+    QMessageBox box(owner);
+    prepare(box, title, text);
+    box.setIcon(qtIcon(icon));
+    box.setStandardButtons(QMessageBox::Ok);
+    box.exec();
+}
+
+Dialogs::Answer QtDialogs::question(QWidget *owner, const QString &title, const QString &text)
+{
+    QMessageBox box(owner);
+    prepare(box, title, text);
+    box.setIcon(QMessageBox::Question);
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    box.setDefaultButton(QMessageBox::Yes);
+    box.setEscapeButton(QMessageBox::Cancel);
+    switch (box.exec()) {
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return Answer::Cancel;
+    }
+}
+
+Dialogs::Conflict QtDialogs::conflict(QWidget *owner, const QString &title, const QString &text)
+{
+    QMessageBox box(owner);
+    prepare(box, title, text);
+    box.setIcon(QMessageBox::Warning);
+    const QPushButton *mine = box.addButton(u"&Meine Fassung behalten"_qs, QMessageBox::YesRole);
+    QPushButton *other = box.addButton(u"&Unter anderem Namen..."_qs, QMessageBox::NoRole);
+    box.addButton(QMessageBox::Cancel);
+    box.setDefaultButton(other); // the choice that loses nobody's work
+    box.setEscapeButton(QMessageBox::Cancel);
+    box.exec();
+    if (box.clickedButton() == mine)
+        return Conflict::KeepMine;
+    return box.clickedButton() == other ? Conflict::OtherName : Conflict::Cancel;
+}
+
+std::optional<QString> QtDialogs::openFileName(QWidget *owner, const QString &startAt)
+{
+    QFileDialog dialog(owner, u"Kalibrierung öffnen"_qs);
+    prepare(dialog, startAt);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return chosen(dialog);
+}
+
+std::optional<QString> QtDialogs::saveFileName(QWidget *owner, const QString &preset)
+{
+    QFileDialog dialog(owner, u"Kalibrierung speichern unter"_qs);
+    prepare(dialog, preset);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setDefaultSuffix(QStringLiteral("xml"));
+    if (!preset.isEmpty())
+        dialog.selectFile(QFileInfo(preset).fileName());
+    return chosen(dialog);
+}
