@@ -14,13 +14,15 @@ namespace {
 
 using namespace tabellenplan;
 
-enum Spalte { bezeichnung, wert = wertspalte, wertung, ausgabe, hinweis, rechenweg = 6 };
+namespace auswertungsspalte {
+enum { bezeichnung, wert = wertspalte, wertung, ausgabe, hinweis, rechenweg = 6 };
+}
 
-class Schreiber
+class Auswertungsschreiber
 {
 public:
-    Schreiber(Blatt &sheet, Kalibrierung &document, const Messwerttabelle &table,
-              const Rechenplan &plan)
+    Auswertungsschreiber(Blatt &sheet, Kalibrierung &document, const Messwerttabelle &table,
+                         const Rechenplan &plan)
         : m_sheet(sheet), m_document(document), m_table(table), m_plan(plan)
     {
     }
@@ -53,36 +55,37 @@ private:
     qsizetype m_valueWidth = 12;
 };
 
-void Schreiber::kopf()
+void Auswertungsschreiber::kopf()
 {
     const Zellenstil head{.kopf = true};
     m_sheet.zeilenhoehe(0, 30.0);
-    m_sheet.text(0, bezeichnung, u"Statistische Größe"_qs, head);
-    m_sheet.text(0, wert, QStringLiteral("Wert"), head);
-    m_sheet.text(0, wertung, QStringLiteral("Wertung"), head);
-    m_sheet.text(0, ausgabe, QStringLiteral("Wert bei der Ausgabe"), head);
-    m_sheet.text(0, hinweis, QStringLiteral("Hinweis"), head);
+    m_sheet.text(0, auswertungsspalte::bezeichnung, u"Statistische Größe"_qs, head);
+    m_sheet.text(0, auswertungsspalte::wert, QStringLiteral("Wert"), head);
+    m_sheet.text(0, auswertungsspalte::wertung, QStringLiteral("Wertung"), head);
+    m_sheet.text(0, auswertungsspalte::ausgabe, QStringLiteral("Wert bei der Ausgabe"), head);
+    m_sheet.text(0, auswertungsspalte::hinweis, QStringLiteral("Hinweis"), head);
     if (!m_plan.gerundet.value_or(false))
         return;
-    m_sheet.text(0, rechenweg, QStringLiteral("Nachkommastellen"), head);
-    m_sheet.text(0, rechenweg + 1, QStringLiteral("ungerundet"), head);
-    m_sheet.text(0, rechenweg + 2, QStringLiteral("in Einheiten der letzten Stelle"), head);
-    m_sheet.text(0, rechenweg + 3, QStringLiteral("ganzzahlig gerundet"), head);
+    m_sheet.text(0, auswertungsspalte::rechenweg, QStringLiteral("Nachkommastellen"), head);
+    m_sheet.text(0, auswertungsspalte::rechenweg + 1, QStringLiteral("ungerundet"), head);
+    m_sheet.text(0, auswertungsspalte::rechenweg + 2,
+                 QStringLiteral("in Einheiten der letzten Stelle"), head);
+    m_sheet.text(0, auswertungsspalte::rechenweg + 3, QStringLiteral("ganzzahlig gerundet"), head);
 }
 
-void Schreiber::gruppe(int row, const QString &caption)
+void Auswertungsschreiber::gruppe(int row, const QString &caption)
 {
-    m_sheet.text(row, bezeichnung, caption, m_group);
+    m_sheet.text(row, auswertungsspalte::bezeichnung, caption, m_group);
 }
 
-void Schreiber::zeile(int row, const QString &caption)
+void Auswertungsschreiber::zeile(int row, const QString &caption)
 {
-    m_sheet.text(row, bezeichnung, caption.trimmed(), m_member);
+    m_sheet.text(row, auswertungsspalte::bezeichnung, caption.trimmed(), m_member);
     m_captionWidth = std::max(m_captionWidth, caption.size());
 }
 
-void Schreiber::merkmalsgruppe(const QString &caption, const QString &member,
-                               const std::array<Rechenzeile, 3> &rows)
+void Auswertungsschreiber::merkmalsgruppe(const QString &caption, const QString &member,
+                                          const std::array<Rechenzeile, 3> &rows)
 {
     gruppe(rows[mDirekt].ort.zeile - 1, caption);
     zeile(rows[mDirekt].ort.zeile,
@@ -95,19 +98,20 @@ void Schreiber::merkmalsgruppe(const QString &caption, const QString &member,
     rows[mZ].schreibe(m_sheet);
 }
 
-void Schreiber::paargruppe(const QString &caption, const QString &member,
-                           const std::array<Rechenzeile, 3> &rows)
+void Auswertungsschreiber::paargruppe(const QString &caption, const QString &member,
+                                      const std::array<Rechenzeile, 3> &rows)
 {
     const QString z = merkmalsbezeichnung(m_document, mZ);
     gruppe(rows[0].ort.zeile - 1, caption);
     zeile(rows[0].ort.zeile, member + u" direktes und indirektes Prüfmerkmal"_qs);
     rows[0].schreibe(m_sheet);
     if (&rows == &m_plan.bestimmtheitsmasse)
-        m_sheet.formel(
-            rows[0].ort.zeile, wertung, u"IF(%1,\"gut\",\"kritisch\")"_qs.arg(bedingungGut()),
-            m_document.StatistikBestimmtheitsmaßIndirektDirektOk() ? QStringLiteral("gut")
-                                                                   : QStringLiteral("kritisch"),
-            m_member);
+        m_sheet.formel(rows[0].ort.zeile, auswertungsspalte::wertung,
+                       u"IF(%1,\"gut\",\"kritisch\")"_qs.arg(bedingungGut()),
+                       m_document.StatistikBestimmtheitsmaßIndirektDirektOk()
+                           ? QStringLiteral("gut")
+                           : QStringLiteral("kritisch"),
+                       m_member);
     zeile(rows[1].ort.zeile, member + u" direktes Prüfmerkmal und "_qs + z);
     rows[1].schreibe(m_sheet);
     zeile(rows[2].ort.zeile, member + u" indirektes Prüfmerkmal und "_qs + z);
@@ -115,7 +119,7 @@ void Schreiber::paargruppe(const QString &caption, const QString &member,
 }
 
 // The three lines of the plausibility page; they are computed on the sheet of lines.
-void Schreiber::geraden()
+void Auswertungsschreiber::geraden()
 {
     const QString z = merkmalsbezeichnung(m_document, mZ);
     const std::array<QString, 3> captions{u"direktes und indirektes Prüfmerkmal"_qs,
@@ -130,11 +134,16 @@ void Schreiber::geraden()
     }
 }
 
-void Schreiber::verweis(int row, const QString &caption, const Rechenzeile &source)
+void Auswertungsschreiber::verweis(int row, const QString &caption, const Rechenzeile &source)
 {
     zeile(row, caption);
     Rechenzeile copy;
-    copy.ort = {auswertung, row, wert, ausgabe, hinweis, rechenweg};
+    copy.ort = {auswertung,
+                row,
+                auswertungsspalte::wert,
+                auswertungsspalte::ausgabe,
+                auswertungsspalte::hinweis,
+                auswertungsspalte::rechenweg};
     copy.zahlenformat = source.zahlenformat;
     copy.wert = source.wert;
     copy.formel = formeln::geschuetzt({source.wertzelle()}, source.wertzelle());
@@ -143,14 +152,14 @@ void Schreiber::verweis(int row, const QString &caption, const Rechenzeile &sour
     copy.schreibe(m_sheet);
 }
 
-QString Schreiber::mindestwert() const
+QString Auswertungsschreiber::mindestwert() const
 {
-    return formeln::zelle(auswertung, minimumzeile, wert);
+    return formeln::zelle(auswertung, minimumzeile, auswertungsspalte::wert);
 }
 
 // As the program decides: R2 >= minimum - 8 epsilon * minimum, where 8 epsilon is 2^-49. By the
 // sign of a logarithm, because the spreadsheet's own comparison forgives more than that.
-QString Schreiber::bedingungGut() const
+QString Auswertungsschreiber::bedingungGut() const
 {
     const QString reached = m_plan.bestimmtheitsmasse[0].wertzelle();
     const QString minimum = mindestwert();
@@ -158,17 +167,18 @@ QString Schreiber::bedingungGut() const
         formeln::allesZahlen({reached, minimum}), reached, minimum);
 }
 
-void Schreiber::grundlagen()
+void Auswertungsschreiber::grundlagen()
 {
     gruppe(grundlagenzeile, u"Grundlagen und Urteil"_qs);
     zeile(punktezeile, u"Anzahl der Prüfpunkte"_qs);
-    m_sheet.formel(punktezeile, wert, u"COUNT(%1)"_qs.arg(m_table.feldnummern), m_table.punkte,
-                   {.zahlenformat = QStringLiteral("#,##0")});
+    m_sheet.formel(punktezeile, auswertungsspalte::wert, u"COUNT(%1)"_qs.arg(m_table.feldnummern),
+                   m_table.punkte, {.zahlenformat = QStringLiteral("#,##0")});
     zeile(minimumzeile, u"minimal erforderliches Bestimmtheitsmaß"_qs);
     try {
-        m_sheet.zahl(minimumzeile, wert, m_document.MinBestimmtheitsmaßIndirektDirekt());
+        m_sheet.zahl(minimumzeile, auswertungsspalte::wert,
+                     m_document.MinBestimmtheitsmaßIndirektDirekt());
     } catch (const RunTimeError &error) {
-        m_sheet.text(minimumzeile, hinweis,
+        m_sheet.text(minimumzeile, auswertungsspalte::hinweis,
                      u"Das minimale Bestimmtheitsmaß ist nicht lesbar: "_qs + error.description());
     }
     if (m_plan.gerundet)
@@ -176,7 +186,7 @@ void Schreiber::grundlagen()
                                                  : u"Zwischenergebnisse sind nicht gerundet."_qs);
 }
 
-void Schreiber::urteilszeilen()
+void Auswertungsschreiber::urteilszeilen()
 {
     constexpr int row = minimumzeile + 2;
     const auto sentence = [this](bool good) {
@@ -197,15 +207,15 @@ void Schreiber::urteilszeilen()
         return; // the row of the minimum says why
     }
     const Zellenstil style{.fett = true, .umbruch = true};
-    m_sheet.verbinde(row, bezeichnung, hinweis, style);
-    m_sheet.formel(row, bezeichnung,
+    m_sheet.verbinde(row, auswertungsspalte::bezeichnung, auswertungsspalte::hinweis, style);
+    m_sheet.formel(row, auswertungsspalte::bezeichnung,
                    u"IF(%1,%2,%3)"_qs.arg(bedingungGut(), sentence(true), sentence(false)), now,
                    style);
     constexpr double twoLinesHigh = 34.0;
     m_sheet.zeilenhoehe(row, twoLinesHigh);
 }
 
-void Schreiber::breiten()
+void Auswertungsschreiber::breiten()
 {
     const auto widen = [&](const Rechenzeile &row) {
         if (row.wert)
@@ -222,16 +232,17 @@ void Schreiber::breiten()
     }
     constexpr double margin = 2.0;
     const double values = static_cast<double>(m_valueWidth) + margin;
-    m_sheet.spaltenbreite(bezeichnung, bezeichnung, static_cast<double>(m_captionWidth) + margin);
-    m_sheet.spaltenbreite(wert, wert, values);
-    m_sheet.spaltenbreite(wertung, wertung, 10);
-    m_sheet.spaltenbreite(ausgabe, ausgabe, values);
-    m_sheet.spaltenbreite(hinweis, hinweis, 62);
+    m_sheet.spaltenbreite(auswertungsspalte::bezeichnung, auswertungsspalte::bezeichnung,
+                          static_cast<double>(m_captionWidth) + margin);
+    m_sheet.spaltenbreite(auswertungsspalte::wert, auswertungsspalte::wert, values);
+    m_sheet.spaltenbreite(auswertungsspalte::wertung, auswertungsspalte::wertung, 10);
+    m_sheet.spaltenbreite(auswertungsspalte::ausgabe, auswertungsspalte::ausgabe, values);
+    m_sheet.spaltenbreite(auswertungsspalte::hinweis, auswertungsspalte::hinweis, 62);
     if (m_plan.gerundet.value_or(false))
-        m_sheet.spaltenbreite(rechenweg, rechenweg + 3, 20);
+        m_sheet.spaltenbreite(auswertungsspalte::rechenweg, auswertungsspalte::rechenweg + 3, 20);
 }
 
-void Schreiber::schreibe()
+void Auswertungsschreiber::schreibe()
 {
     m_sheet.seite(true, 1);
     kopf();
@@ -244,7 +255,7 @@ void Schreiber::schreibe()
     geraden();
     grundlagen();
     urteilszeilen();
-    m_sheet.druckbereich(minimumzeile + 2, hinweis);
+    m_sheet.druckbereich(minimumzeile + 2, auswertungsspalte::hinweis);
     breiten();
 }
 
@@ -253,5 +264,5 @@ void Schreiber::schreibe()
 void schreibeAuswertung(Blatt &sheet, Kalibrierung &document, const Messwerttabelle &table,
                         const Rechenplan &plan)
 {
-    Schreiber(sheet, document, table, plan).schreibe();
+    Auswertungsschreiber(sheet, document, table, plan).schreibe();
 }

@@ -28,11 +28,11 @@ QString richtung(MerkmalEnum x, MerkmalEnum y)
                            : u"indirektem Prüfmerkmal"_qs);
 }
 
-class Schreiber
+class Geradenschreiber
 {
 public:
-    Schreiber(Arbeitsmappe &book, Blatt &sheet, Kalibrierung &document,
-              const Messwerttabelle &table, const Rechenplan &plan)
+    Geradenschreiber(Arbeitsmappe &book, Blatt &sheet, Kalibrierung &document,
+                     const Messwerttabelle &table, const Rechenplan &plan)
         : m_book(book), m_sheet(sheet), m_document(document), m_table(table), m_plan(plan)
     {
     }
@@ -54,7 +54,7 @@ private:
     const Rechenplan &m_plan;
 };
 
-void Schreiber::kopf()
+void Geradenschreiber::kopf()
 {
     const Zellenstil head{.kopf = true};
     const std::array<QString, hinweisspalte + 2> captions{
@@ -75,7 +75,7 @@ void Schreiber::kopf()
                   QStringLiteral("Achsenabschnitt"));
 }
 
-void Schreiber::rechenwegkopf(int column, const QString &result)
+void Geradenschreiber::rechenwegkopf(int column, const QString &result)
 {
     const Zellenstil head{.kopf = true};
     m_sheet.text(0, column, result + u": Nachkommastellen"_qs, head);
@@ -85,7 +85,7 @@ void Schreiber::rechenwegkopf(int column, const QString &result)
     m_sheet.spaltenbreite(column, column + 3, 20);
 }
 
-void Schreiber::richtungen()
+void Geradenschreiber::richtungen()
 {
     for (const Geradenzeilen &line : m_plan.geraden) {
         m_sheet.text(line.anstieg.ort.zeile, 0, richtung(line.x, line.y));
@@ -98,7 +98,7 @@ void Schreiber::richtungen()
 
 // Where there is no line, both ends lie on one point, so that the chart draws none: a chart takes
 // an empty text for 0.
-void Schreiber::endpunkte(std::size_t pair)
+void Geradenschreiber::endpunkte(std::size_t pair)
 {
     const Geradenzeilen &line = m_plan.geraden[2 * pair];
     const Stichprobe &x = m_table.stichproben[line.y]; // the independent one lies across
@@ -135,13 +135,13 @@ void Schreiber::endpunkte(std::size_t pair)
     }
 }
 
-QString Schreiber::endpunktbereich(std::size_t pair, int column) const
+QString Geradenschreiber::endpunktbereich(std::size_t pair, int column) const
 {
     const int first = endpunktkopf + 1 + 2 * static_cast<int>(pair);
     return formeln::spaltenbereich(geraden, column, first, first + 1);
 }
 
-void Schreiber::diagramm(std::size_t pair)
+void Geradenschreiber::diagramm(std::size_t pair)
 {
     const Geradenzeilen &line = m_plan.geraden[2 * pair];
     lxw_chart *chart = workbook_add_chart(m_book.handle(), LXW_CHART_SCATTER);
@@ -194,7 +194,7 @@ void Schreiber::diagramm(std::size_t pair)
     m_sheet.diagramm(diagrammzeile + static_cast<int>(pair) * diagrammhoehe, 0, chart);
 }
 
-void Schreiber::schreibe()
+void Geradenschreiber::schreibe()
 {
     m_sheet.seite(false, 1);
     kopf();
@@ -218,5 +218,5 @@ void Schreiber::schreibe()
 void schreibeGeraden(Arbeitsmappe &book, Blatt &sheet, Kalibrierung &document,
                      const Messwerttabelle &table, const Rechenplan &plan)
 {
-    Schreiber(book, sheet, document, table, plan).schreibe();
+    Geradenschreiber(book, sheet, document, table, plan).schreibe();
 }

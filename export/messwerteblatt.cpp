@@ -11,9 +11,12 @@
 
 namespace {
 
-enum Spalte { feldnummer, feldname, punktname, kovariable, direkt, indirekt, hinweis };
+namespace messwertspalte {
+enum { feldnummer, feldname, punktname, kovariable, direkt, indirekt, hinweis };
+}
 
-constexpr std::array<int, 3> spalteJeMerkmal{direkt, indirekt, kovariable};
+constexpr std::array<int, 3> spalteJeMerkmal{messwertspalte::direkt, messwertspalte::indirekt,
+                                             messwertspalte::kovariable};
 
 constexpr qsizetype narrowestValue = 16; ///< width of a column of values, in characters
 
@@ -31,10 +34,10 @@ double kopfhoehe(const QStringList &texts)
     return lineHeight * static_cast<double>(std::min<qsizetype>(lines, 12));
 }
 
-class Schreiber
+class Messwertschreiber
 {
 public:
-    Schreiber(Blatt &sheet, Kalibrierung &document) : m_sheet(sheet), m_document(document)
+    Messwertschreiber(Blatt &sheet, Kalibrierung &document) : m_sheet(sheet), m_document(document)
     {
         for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ})
             m_styles[merkmal] = {.zahlenformat = merkmalsformat(document, merkmal)};
@@ -61,12 +64,12 @@ private:
     Messwerttabelle m_table;
 };
 
-void Schreiber::kopf()
+void Messwertschreiber::kopf()
 {
     const Zellenstil head{.kopf = true};
-    m_sheet.text(0, feldnummer, u"Prüffeld Nr."_qs, head);
-    m_sheet.text(0, feldname, u"Prüffeld"_qs, head);
-    m_sheet.text(0, punktname, u"Prüfpunkt"_qs, head);
+    m_sheet.text(0, messwertspalte::feldnummer, u"Prüffeld Nr."_qs, head);
+    m_sheet.text(0, messwertspalte::feldname, u"Prüffeld"_qs, head);
+    m_sheet.text(0, messwertspalte::punktname, u"Prüfpunkt"_qs, head);
     QStringList captions;
     for (const MerkmalEnum merkmal : {mZ, mDirekt, mIndirekt}) {
         const QString text = merkmalMitEinheit(m_document, merkmal);
@@ -74,38 +77,38 @@ void Schreiber::kopf()
         m_sheet.text(0, spalteJeMerkmal[merkmal], captions.last(), head);
     }
     m_sheet.zeilenhoehe(0, kopfhoehe(captions));
-    m_sheet.text(0, hinweis, QStringLiteral("Hinweis"), head);
+    m_sheet.text(0, messwertspalte::hinweis, QStringLiteral("Hinweis"), head);
 }
 
-void Schreiber::punkt(int field, int point)
+void Messwertschreiber::punkt(int field, int point)
 {
     const int row = ++m_table.punkte;
-    m_sheet.zahl(row, feldnummer, field);
+    m_sheet.zahl(row, messwertspalte::feldnummer, field);
     const Zellenstil indented{.einzug = 1};
     const QString name = m_document.PrüffeldName(field);
     const QString pointName = m_document.PrüfpunktName(point);
-    m_sheet.text(row, feldname, name, indented);
-    m_sheet.text(row, punktname, pointName, indented);
+    m_sheet.text(row, messwertspalte::feldname, name, indented);
+    m_sheet.text(row, messwertspalte::punktname, pointName, indented);
     m_notes.clear();
     for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ})
         wert(row, merkmal, field, point);
     if (!m_notes.isEmpty()) {
         const QString note = m_notes.join(u"; "_qs);
-        m_sheet.text(row, hinweis, note, indented);
+        m_sheet.text(row, messwertspalte::hinweis, note, indented);
         m_noteWidth = std::max(m_noteWidth, note.size());
     }
     m_nameWidth = std::max(m_nameWidth, name.size());
     m_pointWidth = std::max(m_pointWidth, pointName.size());
 }
 
-Variant Schreiber::value(MerkmalEnum merkmal, int field, int point) const
+Variant Messwertschreiber::value(MerkmalEnum merkmal, int field, int point) const
 {
     if (merkmal == mZ)
         return m_document.PrüffeldWert(field);
     return m_document.Messwert(merkmal == mDirekt ? pmDirekt : pmIndirekt, field, point);
 }
 
-void Schreiber::wert(int row, MerkmalEnum merkmal, int field, int point)
+void Messwertschreiber::wert(int row, MerkmalEnum merkmal, int field, int point)
 {
     Stichprobe &sample = m_table.stichproben[merkmal];
     Variant stored = Null{};
@@ -123,7 +126,7 @@ void Schreiber::wert(int row, MerkmalEnum merkmal, int field, int point)
     }
 }
 
-QString Schreiber::grund(const RunTimeError &error, const Variant &stored) const
+QString Messwertschreiber::grund(const RunTimeError &error, const Variant &stored) const
 {
     if (error.errorNumber() == ErrorNumber::InvalidUseOfNull)
         return QStringLiteral("fehlt");
@@ -135,12 +138,14 @@ QString Schreiber::grund(const RunTimeError &error, const Variant &stored) const
     return u"„%1“: %2"_qs.arg(*text, error.description());
 }
 
-void Schreiber::breiten()
+void Messwertschreiber::breiten()
 {
     constexpr double margin = 2.0;
-    m_sheet.spaltenbreite(feldnummer, feldnummer, 9);
-    m_sheet.spaltenbreite(feldname, feldname, double(m_nameWidth) + margin);
-    m_sheet.spaltenbreite(punktname, punktname, double(m_pointWidth) + margin);
+    m_sheet.spaltenbreite(messwertspalte::feldnummer, messwertspalte::feldnummer, 9);
+    m_sheet.spaltenbreite(messwertspalte::feldname, messwertspalte::feldname,
+                          double(m_nameWidth) + margin);
+    m_sheet.spaltenbreite(messwertspalte::punktname, messwertspalte::punktname,
+                          double(m_pointWidth) + margin);
     for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ}) {
         // As wide as the largest value with the decimals that the format has, at most 30 of them.
         const qsizetype decimals = m_styles[merkmal].zahlenformat.count(u'0') - 1;
@@ -149,7 +154,8 @@ void Schreiber::breiten()
         m_sheet.spaltenbreite(spalteJeMerkmal[merkmal], spalteJeMerkmal[merkmal],
                               double(std::max(widest.size(), narrowestValue)) + margin);
     }
-    m_sheet.spaltenbreite(hinweis, hinweis, double(m_noteWidth) + margin);
+    m_sheet.spaltenbreite(messwertspalte::hinweis, messwertspalte::hinweis,
+                          double(m_noteWidth) + margin);
 }
 
 } // namespace
@@ -172,7 +178,7 @@ Messwerttabelle schreibeMesswerte(Blatt &sheet, Kalibrierung &document,
                                   const std::vector<int> &pointsOfFields,
                                   const Zeilenfortschritt &progress)
 {
-    Schreiber writer(sheet, document);
+    Messwertschreiber writer(sheet, document);
     sheet.seite(false, 1);
     writer.kopf();
     int field = 0;
@@ -187,7 +193,7 @@ Messwerttabelle schreibeMesswerte(Blatt &sheet, Kalibrierung &document,
     writer.breiten();
     Messwerttabelle &table = writer.tabelle();
     const int last = std::max(table.punkte, 1);
-    table.feldnummern = formeln::spaltenbereich(sheet.name(), feldnummer, 1, last);
+    table.feldnummern = formeln::spaltenbereich(sheet.name(), messwertspalte::feldnummer, 1, last);
     for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ})
         table.stichproben[merkmal].bereich =
             formeln::spaltenbereich(sheet.name(), spalteJeMerkmal[merkmal], 1, last);
