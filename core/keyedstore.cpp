@@ -80,6 +80,13 @@ void KeyedStore::reserve(std::size_t count)
     m_entries.reserve(count);
 }
 
+void KeyedStore::restore(KeyedStore &&earlier)
+{
+    const std::uint64_t revision = m_revision;
+    *this = std::move(earlier);
+    m_revision = revision + 1;
+}
+
 std::vector<QString> KeyedStore::keys() const
 {
     std::vector<QString> result;

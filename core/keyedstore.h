@@ -47,6 +47,9 @@ public:
     /// Room for \a count entries, so that loading a large file does not rehash on the way.
     void reserve(std::size_t count);
 
+    /// Takes over the entries of \a earlier, a former state of this store, as one more change.
+    void restore(KeyedStore &&earlier);
+
     /// The keys in their order.
     std::vector<QString> keys() const;
 
