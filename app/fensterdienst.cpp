@@ -2,6 +2,7 @@
 
 #include "core/runtimeerror.h"
 #include "wizard/frmassistent.h"
+#include "wizard/frmcalcoptions.h"
 #include "wizard/frminfo.h"
 
 #include <QDialog>
@@ -17,9 +18,11 @@ QObject *Fensterdienst::createInfo()
     return new frmInfo;
 }
 
-QObject *Fensterdienst::createCalcOptions(Kalibrierung &)
+QObject *Fensterdienst::createCalcOptions(Kalibrierung &document)
 {
-    throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+    auto *options = new frmCalcOptions(m_services.dialogs);
+    options->setKalibrierung(document);
+    return options;
 }
 
 QObject *Fensterdienst::createProtocollExtraData(Kalibrierung &)

@@ -2,6 +2,7 @@
 #include "app/htmlhelp.h"
 #include "app/start.h"
 #include "core/produkt.h"
+#include "core/userlocale.h"
 #include "wizard/qtdialogs.h"
 
 #include <QApplication>

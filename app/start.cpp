@@ -44,12 +44,6 @@ void basKalibrierungWendral::Main(const QString &commandLine, const QLocale &loc
                         u"Debug-Modus aktiviert"_qs);
 }
 
-QLocale userLocale()
-{
-    const QLocale named = QLocale::system();
-    return named.language() == QLocale::C ? QLocale(QLocale::German, QLocale::Germany) : named;
-}
-
 bool installGermanTexts(QCoreApplication &application)
 {
     auto *texts = new QTranslator(&application);

@@ -24,9 +24,5 @@ void Main(const QString &commandLine, const QLocale &locale, WindowService &wind
 
 } // namespace basKalibrierungWendral
 
-/// The locale in which the user reads and writes numbers: the environment's, German where it names
-/// none.
-QLocale userLocale();
-
 /// Qt's own buttons and dialogs speak German from now on. \returns whether the texts were found.
 bool installGermanTexts(QCoreApplication &application);

@@ -63,6 +63,11 @@ void GridControl::setRows(int rows)
     m_model->setRows(rows);
 }
 
+void GridControl::setSourcedRows(int rows, std::function<QStringList(int row)> source)
+{
+    m_model->setSourcedRows(rows, std::move(source));
+}
+
 int GridControl::cols() const
 {
     return m_model->cols();

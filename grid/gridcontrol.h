@@ -5,6 +5,7 @@
 #include <QFrame>
 #include <QList>
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <vector>
@@ -35,6 +36,10 @@ public:
     int rows() const;
     /// New rows are empty and come last. Never below the number of fixed rows.
     void setRows(int rows);
+    /// Gives the grid new rows, \a rows in all with the fixed ones, whose cell texts \a source
+    /// knows by their row numbers. They are asked for when first needed, so that 10,000 rows come
+    /// as fast as 10. Rows that setRows adds later have the same source.
+    void setSourcedRows(int rows, std::function<QStringList(int row)> source);
     int cols() const;
     void setCols(int cols);
     int fixedRows() const;

@@ -1,6 +1,7 @@
 #include "grid/gridmodel.h"
 
 #include <algorithm>
+#include <utility>
 
 GridModel::GridModel(QObject *parent) : QAbstractTableModel(parent)
 {
@@ -24,11 +25,37 @@ void GridModel::setRows(int rows)
     }
 }
 
+void GridModel::setSourcedRows(int rows, RowSource source)
+{
+    beginResetModel();
+    m_rows.resize(m_fixedRows);
+    m_rows.resize(std::max(rows, m_fixedRows));
+    m_source = std::move(source);
+    m_heldFirst = m_heldLast = -1;
+    endResetModel();
+}
+
+QStringList &GridModel::cells(int row) const
+{
+    QStringList &texts = m_rows[row];
+    if (texts.isEmpty() && m_source && row >= m_fixedRows)
+        texts = m_source(row);
+    return texts;
+}
+
+void GridModel::loadAll()
+{
+    for (int row = m_fixedRows; m_source && row < rows(); ++row)
+        cells(row);
+    m_source = nullptr; // it knows rows by the numbers that they had
+}
+
 void GridModel::setCols(int cols)
 {
     cols = std::max(cols, 0);
     if (cols == m_cols)
         return;
+    loadAll();
     announceHeld();
     if (cols > m_cols) {
         beginInsertColumns({}, m_cols, cols - 1);
@@ -47,6 +74,7 @@ void GridModel::setCols(int cols)
 
 void GridModel::setFixedRows(int rows)
 {
+    loadAll();
     beginResetModel();
     m_fixedRows = std::max(rows, 0);
     m_rows.resize(std::max(m_rows.size(), qsizetype(m_fixedRows)));
@@ -69,17 +97,17 @@ bool GridModel::contains(int row, int col) const
 
 QString GridModel::text(int row, int col) const
 {
-    return contains(row, col) ? m_rows.at(row).value(col) : QString();
+    return contains(row, col) ? cells(row).value(col) : QString();
 }
 
 void GridModel::setText(int row, int col, const QString &text)
 {
-    if (!contains(row, col) || m_rows.at(row).value(col) == text)
+    if (!contains(row, col) || cells(row).value(col) == text)
         return;
-    QStringList &cells = m_rows[row];
-    if (cells.size() <= col)
-        cells.resize(m_cols);
-    cells[col] = text;
+    QStringList &texts = cells(row);
+    if (texts.size() <= col)
+        texts.resize(m_cols);
+    texts[col] = text;
     announce(row, col);
 }
 
@@ -87,6 +115,7 @@ void GridModel::insertRows(int row, const QList<QStringList> &lines)
 {
     if (row < m_fixedRows || row > rows() || lines.isEmpty())
         return;
+    loadAll();
     announceHeld();
     const int at = row - m_fixedRows;
     beginInsertRows({}, at, at + int(lines.size()) - 1);
@@ -100,6 +129,7 @@ void GridModel::removeRow(int row)
 {
     if (row < m_fixedRows || row >= rows())
         return;
+    loadAll();
     announceHeld();
     beginRemoveRows({}, row - m_fixedRows, row - m_fixedRows);
     m_rows.removeAt(row);
@@ -175,7 +205,7 @@ QVariant GridModel::data(const QModelIndex &index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     if (role == Qt::DisplayRole || role == Qt::EditRole)
-        return m_rows.at(gridRow(index)).value(index.column());
+        return cells(gridRow(index)).value(index.column());
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(Qt::AlignVCenter | colAlignment(index.column()));
     return {};

@@ -4,6 +4,8 @@
 #include <QList>
 #include <QStringList>
 
+#include <functional>
+
 /// The texts of a grid whose rows and columns are counted with the fixed ones.
 ///
 /// Views see the rows below the fixed rows; the fixed rows' texts are the column headers, one
@@ -22,6 +24,11 @@ public:
     int fixedCols() const { return m_fixedCols; }
     /// New rows are empty and come last. Never below the number of fixed rows.
     void setRows(int rows);
+    /// The cell texts of a row, counted with the fixed ones; never an empty list.
+    using RowSource = std::function<QStringList(int row)>;
+    /// Throws all rows away that are not fixed, for others up to \a rows in all. Their texts, and
+    /// those of rows that setRows adds later, come from \a source when they are first asked for.
+    void setSourcedRows(int rows, RowSource source);
     void setCols(int cols);
     void setFixedRows(int rows);
     void setFixedCols(int cols);
@@ -55,10 +62,13 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 private:
+    QStringList &cells(int row) const;
+    void loadAll();
     void announce(int row, int col);
     void announceHeld();
 
-    QList<QStringList> m_rows;
+    mutable QList<QStringList> m_rows; ///< empty lists have not been asked for
+    RowSource m_source;
     QList<Qt::Alignment> m_alignments;
     int m_cols = 2;
     int m_fixedRows = 1;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "grid/gridenvironment.h"
+
 #include <QString>
 
 #include <functional>
@@ -34,4 +36,6 @@ struct AssistentDienste
     /// Without a function its command is disabled and says so.
     OpenWindow showProtocol = {};
     OpenWindow showExport = {};
+    /// Clipboard and clock of the tables.
+    GridEnvironment grid = GridEnvironment::system();
 };

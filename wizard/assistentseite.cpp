@@ -57,3 +57,12 @@ bool AssistentSeite::refuse(Dialogs::Icon icon, const QString &text, QWidget *co
     moveFocus(control);
     return false;
 }
+
+void AssistentSeite::reportLeftOut(int cells)
+{
+    tell(Dialogs::Icon::Information,
+         cells == 1
+             ? u"Ein eingefügter Wert hatte keinen Platz in der Tabelle und wurde weggelassen."_qs
+             : u"%1 eingefügte Werte hatten keinen Platz in der Tabelle und wurden weggelassen."_qs
+                   .arg(cells));
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "grid/gridenvironment.h"
 #include "wizard/dialogs.h"
 
 #include <QWidget>
@@ -13,6 +14,7 @@ struct Seitenkontext
 {
     Kalibrierung &document;
     Dialogs &dialogs;
+    GridEnvironment grid = GridEnvironment::system(); ///< clipboard and clock of the tables
 };
 
 /// One page of the wizard. The main window knows pages by these members only.
@@ -58,6 +60,8 @@ protected:
     void tell(Dialogs::Icon icon, const QString &text);
     /// Shows it, and returns the focus to \a control. \returns false.
     bool refuse(Dialogs::Icon icon, const QString &text, QWidget *control);
+    /// Tells that \a cells pasted cells had no place in a table.
+    void reportLeftOut(int cells);
 
 private:
     Seitenkontext m_context;

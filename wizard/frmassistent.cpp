@@ -3,11 +3,16 @@
 #include "core/kalibrierung.h"
 #include "core/produkt.h"
 #include "core/runtimeerror.h"
+#include "wizard/ausgabeseite.h"
+#include "wizard/bilder.h"
 #include "wizard/ctlassistent.h"
 #include "wizard/fehlerbericht.h"
 #include "wizard/letztedateien.h"
+#include "wizard/plausibilitaetsseite.h"
 #include "wizard/schrittanzeige.h"
+#include "wizard/seitemesswerte.h"
 #include "wizard/seiteparameter.h"
+#include "wizard/seiteprueffelder.h"
 #include "wizard/seitewillkommen.h"
 
 #include <QAction>
@@ -17,6 +22,7 @@
 #include <QGuiApplication>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStackedLayout>
@@ -24,6 +30,8 @@
 
 namespace {
 
+constexpr int fieldsPageNumber = 2;
+constexpr int valuesPageNumber = 3;
 constexpr const char *pageTag = "Tag"; // property of the frame in which its host keeps the page
 
 QString pageKey(int page)
@@ -51,6 +59,7 @@ frmAssistent::frmAssistent(Kalibrierung &document, const AssistentDienste &servi
 {
     setObjectName(QStringLiteral("frmAssistent"));
     setAcceptDrops(true);
+    setWindowIcon(bilder::programmsymbol());
     m_services.help.setHelpFile(m_services.programFolder + u"/Wendral.chm"_qs);
     buildPanels();
     buildMenus();
@@ -141,21 +150,58 @@ void frmAssistent::placeWindow()
 
 AssistentSeite *frmAssistent::makePage(int number)
 {
-    const Seitenkontext context{m_document, m_services.dialogs};
+    const Seitenkontext context{m_document, m_services.dialogs, m_services.grid};
     switch (number) {
-    case 0: {
-        auto *welcome = new SeiteWillkommen(context);
-        welcome->setDontShowAgain(m_settings.dontShowPage0());
-        connect(welcome, &SeiteWillkommen::infoClicked, this, &frmAssistent::mh_Info_Click);
-        connect(welcome, &SeiteWillkommen::dontShowAgainClicked, this,
-                &frmAssistent::chkDontShowPage0_Click);
-        return welcome;
-    }
+    case 0:
+        return makeWelcomePage(context);
     case 1:
         return new SeiteParameter(context);
-    default:
-        return new AssistentSeite(context);
+    case 2:
+        m_fieldsPage = new SeitePrueffelder(context);
+        connect(m_fieldsPage, &SeitePrueffelder::fieldEdited, this,
+                &frmAssistent::egKeysMessreihen_AfterCellEdit);
+        return m_fieldsPage;
+    case 3:
+        m_valuesPage = new SeiteMesswerte(context);
+        connect(m_valuesPage, &SeiteMesswerte::valueEdited, this,
+                &frmAssistent::egMesswerte_AfterCellEdit);
+        return m_valuesPage;
+    case 4: {
+        auto *results = new Plausibilitaetsseite(context);
+        connect(results, &Plausibilitaetsseite::optionsClicked, this,
+                &frmAssistent::cmdPlausibilitaetOptionen_Click);
+        return results;
     }
+    default:
+        return makeOutputPage(context);
+    }
+}
+
+AssistentSeite *frmAssistent::makeWelcomePage(const Seitenkontext &context)
+{
+    auto *welcome = new SeiteWillkommen(context);
+    welcome->setDontShowAgain(m_settings.dontShowPage0());
+    connect(welcome, &SeiteWillkommen::infoClicked, this, &frmAssistent::mh_Info_Click);
+    connect(welcome, &SeiteWillkommen::dontShowAgainClicked, this,
+            &frmAssistent::chkDontShowPage0_Click);
+    return welcome;
+}
+
+AssistentSeite *frmAssistent::makeOutputPage(const Seitenkontext &context)
+{
+    auto *output = new Ausgabeseite(context);
+    connect(output, &Ausgabeseite::saveClicked, this, [this] { m_files.save(); });
+    connect(output, &Ausgabeseite::protocolClicked, this, &frmAssistent::cmdOutProtocoll_Click);
+    connect(output, &Ausgabeseite::exportClicked, this, &frmAssistent::cmdOutExport_Click);
+    const auto offer = [output](const QString &name, bool available) {
+        auto *button = output->findChild<QPushButton *>(name);
+        button->setEnabled(available);
+        if (!available)
+            button->setToolTip(u"In dieser Fassung des Programms noch nicht enthalten."_qs);
+    };
+    offer(u"cmdOutProtocoll"_qs, static_cast<bool>(m_services.showProtocol));
+    offer(u"cmdOutExport"_qs, static_cast<bool>(m_services.showExport));
+    return output;
 }
 
 AssistentSeite *frmAssistent::page(int number)
@@ -242,16 +288,54 @@ void frmAssistent::chkDontShowPage0_Click(bool checked)
     m_settings.setDontShowPage0(checked);
 }
 
-void frmAssistent::showWindow(const QString &context, Dialogs::Icon icon,
-                              const std::function<void()> &open)
+void frmAssistent::egKeysMessreihen_AfterCellEdit(int row, int col, QString &newText, bool &)
 {
-    fehlerbericht::guarded(m_services.dialogs, {this, icon, produkt::name(), context}, open);
+    page(fieldsPageNumber);
+    m_fieldsPage->formatEdited(row, col, newText);
+}
+
+void frmAssistent::egMesswerte_AfterCellEdit(int row, int col, QString &newText, bool &)
+{
+    page(valuesPageNumber);
+    m_valuesPage->formatEdited(row, col, newText);
+}
+
+void frmAssistent::showWindow(const std::function<void()> &open)
+{
+    fehlerbericht::guarded(m_services.dialogs,
+                           {this, Dialogs::Icon::Exclamation, produkt::name(),
+                            u"Beim Öffnen des Fensters ist ein Fehler aufgetreten:"_qs},
+                           open);
 }
 
 void frmAssistent::mh_Info_Click()
 {
-    showWindow(u"Beim Öffnen des Fensters ist ein Fehler aufgetreten:"_qs,
-               Dialogs::Icon::Exclamation, [this] { m_document.ShowInfo(true, this); });
+    showWindow([this] { m_document.ShowInfo(true, this); });
+}
+
+void frmAssistent::cmdPlausibilitaetOptionen_Click()
+{
+    showWindow([this] { m_document.ShowCalcOptions(true, this); });
+    ctlAssistent1->GoToPage(0); // the list follows the options
+}
+
+void frmAssistent::cmdOutProtocoll_Click()
+{
+    if (!takeOverVisiblePage())
+        return;
+    // The box is titled with the application's title, as the platform has it.
+    fehlerbericht::guarded(m_services.dialogs,
+                           {this,
+                            Dialogs::Icon::Critical,
+                            {},
+                            u"Währen der Programmausführung ist ein Fehler aufgetreten:"_qs},
+                           [this] { m_services.showProtocol(m_document, this); });
+}
+
+void frmAssistent::cmdOutExport_Click()
+{
+    if (takeOverVisiblePage())
+        showWindow([this] { m_services.showExport(m_document, this); });
 }
 
 bool frmAssistent::takeOverVisiblePage()

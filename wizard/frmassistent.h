@@ -16,6 +16,8 @@ class LetzteDateien;
 class QScrollArea;
 class QStackedLayout;
 class Schrittanzeige;
+class SeiteMesswerte;
+class SeitePrueffelder;
 
 /// The main window: six pages, the frame that walks through them, and the commands of the menus.
 ///
@@ -46,6 +48,11 @@ public:
     /// Ignored outside of 0 to 5.
     void setPageShowable(int pageIndex, bool showable);
 
+    /// The tables call these before an edited text is written into a cell; a number gets the form
+    /// of its column.
+    void egKeysMessreihen_AfterCellEdit(int row, int col, QString &newText, bool &cancel);
+    void egMesswerte_AfterCellEdit(int row, int col, QString &newText, bool &cancel);
+
 protected:
     void closeEvent(QCloseEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
@@ -62,7 +69,9 @@ private:
     AssistentSeite *visiblePage() { return page(activePage()); }
     void setActivePage(int number);
     int startPage() const;
-    void showWindow(const QString &context, Dialogs::Icon icon, const std::function<void()> &open);
+    AssistentSeite *makeWelcomePage(const Seitenkontext &context);
+    AssistentSeite *makeOutputPage(const Seitenkontext &context);
+    void showWindow(const std::function<void()> &open);
 
     void ctlAssistent1_LeavePage(int direction, bool &cancel);
     void ctlAssistent1_ChangePage(int direction, bool &cancel);
@@ -70,6 +79,9 @@ private:
                                  bool &newCancelEnabled);
     void chkDontShowPage0_Click(bool checked);
     void mh_Info_Click();
+    void cmdPlausibilitaetOptionen_Click();
+    void cmdOutProtocoll_Click();
+    void cmdOutExport_Click();
 
     // What the file commands ask of the window.
     QWidget *widget() override { return this; }
@@ -90,6 +102,8 @@ private:
     QStackedLayout *m_panels = nullptr;
     std::array<QScrollArea *, pageCount> picContainer{};
     std::array<AssistentSeite *, pageCount> m_pages{};
+    SeitePrueffelder *m_fieldsPage = nullptr;
+    SeiteMesswerte *m_valuesPage = nullptr;
     ctlAssistent *ctlAssistent1;
     QHash<QString, bool> m_showable;
 };

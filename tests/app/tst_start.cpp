@@ -23,7 +23,6 @@ private slots:
     void documentLivesAsLongAsItsWindow();
     void modalFormBlocksUntilItIsClosed();
     void formsDeleteThemselvesWhenClosed();
-    void germanWhereTheEnvironmentNamesNothing();
     void buttonsSpeakGerman();
     void helpPathDependsOnTheKind();
     void missingHelpFileDoesNothing();
@@ -155,15 +154,6 @@ void TestStart::formsDeleteThemselvesWhenClosed()
     QTRY_VERIFY(!form);
     QObject noWindow;
     QVERIFY_THROWS_EXCEPTION(RunTimeError, program.windows.showForm(&noWindow, false, nullptr));
-}
-
-void TestStart::germanWhereTheEnvironmentNamesNothing()
-{
-    const QLocale locale = userLocale();
-    if (QLocale::system().language() == QLocale::C)
-        QCOMPARE(locale, QLocale(QLocale::German, QLocale::Germany));
-    else
-        QCOMPARE(locale, QLocale::system());
 }
 
 void TestStart::buttonsSpeakGerman()

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "core/merkmal.h"
+#include "wizard/assistentseite.h"
+
+#include <QHash>
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+class QLabel;
+class Tabelle;
+
+/// Page 3: the measured values of both characteristics at every test point.
+class SeiteMesswerte : public AssistentSeite
+{
+    Q_OBJECT
+
+public:
+    explicit SeiteMesswerte(const Seitenkontext &context, QWidget *parent = nullptr);
+
+    bool takeOver(Anlass anlass) override;
+    void fill() override;
+    void finishEditing() override;
+    bool hasChanges() const override;
+    QWidget *firstControl() const override;
+
+    /// Brings a measured value that was typed into a cell into its characteristic's form.
+    void formatEdited(int row, int col, QString &newText) const;
+
+signals:
+    /// A text is about to be written into the table.
+    void valueEdited(int Row, int Col, QString &NewText, bool &Cancel);
+
+private:
+    enum Column { FieldColumn, PointColumn, DirectColumn, IndirectColumn };
+    using ValueTexts = std::array<QString, 2>; ///< by PrüfmerkmalEnum
+    /// A row's place in the document, counted from 1.
+    struct Place
+    {
+        std::int32_t field;
+        std::int32_t point;
+    };
+
+    void readFieldSizes();
+    Place place(int row) const;
+    QStringList rowTexts(int row);
+    QString cellText(int row, PrüfmerkmalEnum kind) const;
+    bool isChanged(int row, PrüfmerkmalEnum kind) const;
+    bool takeCellOver(int row, PrüfmerkmalEnum kind, Anlass anlass);
+    bool storedValueIsGood(const Place &where, PrüfmerkmalEnum kind) const;
+    bool refuseCell(int row, PrüfmerkmalEnum kind);
+
+    Tabelle *m_table;
+    QLabel *m_notice;
+    std::vector<std::int32_t> m_firstRows; ///< of every field, and one behind the last
+    QHash<int, ValueTexts> m_filled;       ///< what filling wrote, by row; of rows that were needed
+};

@@ -1,0 +1,314 @@
+#include "wizard/seiteprueffelder.h"
+
+#include "core/kalibrierung.h"
+#include "core/runtimeerror.h"
+#include "grid/gridcontrol.h"
+#include "wizard/produkttexte.h"
+#include "wizard/tabelle.h"
+#include "wizard/zahlen.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr auto exclamation = Dialogs::Icon::Exclamation;
+constexpr std::int32_t mostRows = 1'000'000; // as many points as are evaluated
+constexpr int numberColumn = 0;              // of the points' table
+constexpr int pointNameColumn = 1;
+
+const QString errorText = QStringLiteral("(Fehler)");
+
+// What read() gives, or \a fallback where the document raises an error.
+template <typename Read>
+auto orElse(Read read, decltype(read()) fallback) -> decltype(read())
+{
+    try {
+        return read();
+    } catch (const RunTimeError &) {
+        return fallback;
+    }
+}
+
+} // namespace
+
+SeitePrueffelder::SeitePrueffelder(const Seitenkontext &context, QWidget *parent)
+    : AssistentSeite(context, parent)
+    , m_fields(new Tabelle(
+          {u"fgKeysMessreihen"_qs, u"txtFGKeysMessreihen"_qs, u"Werte der Prüffelder"_qs},
+          context.grid, this))
+    , m_points(new Tabelle(
+          {u"fgKeysPrüfpunkte"_qs, u"txtFGKeysPrüfpunkte"_qs, u"Namen der Prüfpunkte"_qs},
+          context.grid, this))
+    , m_notice(new QLabel(this))
+{
+    auto *column = addColumn(2, u"Schritt 2: Werte der Prüffelder"_qs,
+                             u"Geben Sie jedem Prüffeld seinen Wert der Kovariable und die Anzahl "
+                             u"seiner Prüfpunkte."_qs);
+    m_notice->setObjectName(u"labHinweis2"_qs);
+    m_notice->setWordWrap(true);
+    m_notice->hide();
+    column->addWidget(m_notice);
+    auto *row = new QHBoxLayout;
+    row->setSpacing(fontMetrics().height());
+    row->addWidget(labelled(u"We&rte der Prüffelder:"_qs, m_fields), 3);
+    row->addWidget(labelled(u"&Namen der Prüfpunkte:"_qs, m_points), 2);
+    column->addLayout(row, 1);
+
+    m_fields->grid().setColAlignment(PointsColumn, Qt::AlignRight);
+    m_fields->grid().setColAlignment(ValueColumn, Qt::AlignRight);
+    m_points->grid().setColAlignment(numberColumn, Qt::AlignRight);
+    connect(m_fields, &Tabelle::AfterCellEdit, this, &SeitePrueffelder::fieldEdited);
+    connect(m_fields, &Tabelle::changed, this, [this] {
+        // Once for many cells that are cleared one by one.
+        if (!std::exchange(m_showPointsPending, true))
+            QMetaObject::invokeMethod(this, &SeitePrueffelder::showPoints, Qt::QueuedConnection);
+    });
+    for (const Tabelle *table : {m_fields, m_points})
+        connect(table, &Tabelle::pastedTooMuch, this, &SeitePrueffelder::reportLeftOut);
+}
+
+QWidget *SeitePrueffelder::labelled(const QString &caption, Tabelle *table)
+{
+    auto *area = new QWidget(this);
+    auto *column = new QVBoxLayout(area);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(fontMetrics().height() / 4);
+    auto *label = new QLabel(caption, area);
+    label->setBuddy(table);
+    column->addWidget(label);
+    column->addWidget(table, 1);
+    return area;
+}
+
+void SeitePrueffelder::fill()
+{
+    QString trouble;
+    std::int32_t count = 0;
+    try {
+        count = document().PrüffelderAnzahl();
+        if (count > mostRows)
+            throw RunTimeError(ErrorNumber::Overflow);
+    } catch (const RunTimeError &error) {
+        count = 0;
+        trouble = errorReport(u"Die Prüffelder können nicht angezeigt werden:"_qs, error);
+    }
+    m_notice->setText(shownLines(trouble));
+    m_notice->setVisible(!trouble.isEmpty());
+    fillFields(std::max(count, 0));
+    m_filledPoints.clear();
+    m_hiddenPoints.clear();
+    m_points->setColumns({u"Nr."_qs, u"Prüfpunkt"_qs}, 1, std::array{1.0, 4.0});
+    m_points->grid().setSourcedRows(1, [this](int row) { return pointRow(row); });
+    showPoints();
+}
+
+void SeitePrueffelder::fillFields(std::int32_t count)
+{
+    m_filled.clear();
+    m_fieldCount = count;
+    m_fields->setColumns(
+        {u"Prüffeld"_qs, u"Anzahl Prüfpunkte"_qs, document().Kovariable().Bezeichung()}, 0,
+        std::array{3.0, 2.0, 3.0});
+    m_fields->grid().setSourcedRows(count + 1, [this](int row) { return fieldRow(row); });
+    m_fields->showCell(1, NameColumn);
+}
+
+QStringList SeitePrueffelder::fieldRow(int row)
+{
+    const Values &values = document().values();
+    const std::int32_t field = row;
+    const FieldTexts texts{
+        document().PrüffeldName(field),
+        orElse([&] { return values.text(Variant(document().PrüffeldPrüfpunkte(field))); }, {}),
+        orElse(
+            [&] {
+                return values.display(document().PrüffeldWert(field),
+                                      document().Kovariable().Nachkommastellen());
+            },
+            errorText)};
+    m_filled.insert(row, texts);
+    return {texts.begin(), texts.end()};
+}
+
+QStringList SeitePrueffelder::pointRow(int row)
+{
+    const QString name = document().PrüfpunktName(row);
+    m_filledPoints.insert(row, name);
+    return {QString::number(row), m_hiddenPoints.value(row, name)};
+}
+
+// As many points as the largest field has, the typed numbers included.
+int SeitePrueffelder::mostPoints() const
+{
+    std::int32_t most = 0;
+    for (int row = 1; row <= m_fieldCount; ++row) {
+        const auto shown = m_filled.constFind(row);
+        const bool typed = shown != m_filled.constEnd() && isChanged(row, PointsColumn);
+        const std::int32_t count =
+            typed ? std::min(readCount(text(row, PointsColumn)), maximumCount)
+                  : orElse([&] { return document().PrüffeldPrüfpunkte(row); }, 0);
+        most = std::max(most, count);
+    }
+    return std::min(most, mostRows);
+}
+
+void SeitePrueffelder::showPoints()
+{
+    m_showPointsPending = false;
+    GridControl &grid = m_points->grid();
+    const int rows = mostPoints() + 1;
+    for (int row = rows; row < grid.rows(); ++row) {
+        const auto filled = m_filledPoints.constFind(row);
+        if (filled != m_filledPoints.constEnd() && grid.textMatrix(row, pointNameColumn) != *filled)
+            m_hiddenPoints.insert(row, grid.textMatrix(row, pointNameColumn));
+    }
+    grid.setRows(rows);
+}
+
+QString SeitePrueffelder::text(int row, FieldColumn col) const
+{
+    return m_fields->grid().textMatrix(row, col);
+}
+
+bool SeitePrueffelder::isChanged(int row, FieldColumn col) const
+{
+    const auto filled = m_filled.constFind(row);
+    return filled != m_filled.constEnd() && text(row, col) != filled->at(col);
+}
+
+void SeitePrueffelder::formatEdited(int, int col, QString &newText) const
+{
+    const Values &values = document().values();
+    if (col != ValueColumn || !values.isNumeric(newText))
+        return;
+    newText = orElse(
+        [&] {
+            return values.display(values.number(newText),
+                                  document().Kovariable().Nachkommastellen());
+        },
+        newText);
+}
+
+bool SeitePrueffelder::takeOver(Anlass anlass)
+{
+    takePointNamesOver();
+    return takeFieldsOver(anlass);
+}
+
+bool SeitePrueffelder::takeFieldsOver(Anlass anlass)
+{
+    for (int row = 1; row <= m_fieldCount; ++row) {
+        const bool needed = m_filled.contains(row);
+        if (anlass != Anlass::Vor && !needed)
+            continue; // never shown, so never changed
+        const Fault bad = anlass == Anlass::Zurück ? Fault() : fault(row, anlass);
+        if (needed)
+            storeRow(row);
+        if (!bad.text.isEmpty()) {
+            m_fields->showCell(row, bad.col);
+            return refuse(exclamation, bad.text, m_fields);
+        }
+    }
+    return true;
+}
+
+SeitePrueffelder::Fault SeitePrueffelder::fault(int row, Anlass anlass) const
+{
+    const bool forward = anlass == Anlass::Vor;
+    if (forward &&
+        (isChanged(row, NameColumn) ? text(row, NameColumn) : document().PrüffeldName(row))
+            .trimmed()
+            .isEmpty())
+        return {u"Der Name einer Messreihe darf nicht leer sein."_qs, NameColumn};
+
+    const QString points = text(row, PointsColumn);
+    const bool typed = isChanged(row, PointsColumn);
+    if (typed ? leadingNumber(points) < minimumCount
+              : forward &&
+                    orElse([&] { return document().PrüffeldPrüfpunkte(row); }, 0) < minimumCount)
+        return {u"Die Anzahl der Prüfpunkte einer Messreihe darf nicht leer oder kleiner als 3 "
+                u"sein."_qs,
+                PointsColumn};
+    if (typed && readCount(points) > maximumCount)
+        return {u"Die Anzahl der Prüfpunkte einer Messreihe darf nicht größer als 9999 sein."_qs,
+                PointsColumn};
+
+    const bool number =
+        isChanged(row, ValueColumn)
+            ? document().values().isNumeric(text(row, ValueColumn))
+            : !forward || orElse([&] { return document().PrüffeldWert(row), true; }, false);
+    if (!number)
+        return {u"Der Wert der Kovariable einer Messreihe muss eine Zahl sein."_qs, ValueColumn};
+    return {};
+}
+
+// What was changed and can be stored; the rest keeps its old value.
+void SeitePrueffelder::storeRow(int row)
+{
+    FieldTexts &filled = m_filled[row];
+    if (isChanged(row, NameColumn)) {
+        document().setPrüffeldName(row, text(row, NameColumn));
+        filled[NameColumn] = text(row, NameColumn);
+    }
+    const QString points = text(row, PointsColumn);
+    const std::int32_t count = readCount(points);
+    if (isChanged(row, PointsColumn) && leadingNumber(points) >= minimumCount &&
+        count <= maximumCount) {
+        document().setPrüffeldPrüfpunkte(row, count);
+        filled[PointsColumn] = points;
+    }
+    const QString value = text(row, ValueColumn);
+    if (isChanged(row, ValueColumn) && document().values().isNumeric(value)) {
+        document().setPrüffeldWert(row, document().values().number(QStringView(value)));
+        filled[ValueColumn] = value;
+    }
+}
+
+void SeitePrueffelder::takePointNamesOver()
+{
+    const GridControl &grid = m_points->grid();
+    for (auto filled = m_filledPoints.begin(); filled != m_filledPoints.end(); ++filled) {
+        const int point = filled.key();
+        if (point >= grid.rows())
+            continue; // not listed any more
+        const QString name = grid.textMatrix(point, pointNameColumn);
+        if (name == *filled)
+            continue;
+        // A point without a name has its number.
+        document().setPrüfpunktName(point, name.trimmed().isEmpty() ? document().PrüfpunktKey(point)
+                                                                    : name);
+        *filled = name;
+    }
+}
+
+void SeitePrueffelder::finishEditing()
+{
+    m_fields->finishEditing();
+    m_points->finishEditing();
+    showPoints();
+}
+
+bool SeitePrueffelder::hasChanges() const
+{
+    for (auto row = m_filled.constBegin(); row != m_filled.constEnd(); ++row) {
+        for (const FieldColumn col : {NameColumn, PointsColumn, ValueColumn}) {
+            if (isChanged(row.key(), col))
+                return true;
+        }
+    }
+    const GridControl &grid = m_points->grid();
+    for (auto point = m_filledPoints.constBegin(); point != m_filledPoints.constEnd(); ++point) {
+        if (point.key() < grid.rows() && grid.textMatrix(point.key(), pointNameColumn) != *point)
+            return true;
+    }
+    return false;
+}
+
+QWidget *SeitePrueffelder::firstControl() const
+{
+    return m_fields;
+}

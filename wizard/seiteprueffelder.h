@@ -1,0 +1,66 @@
+#pragma once
+
+#include "wizard/assistentseite.h"
+
+#include <QHash>
+
+#include <array>
+#include <cstdint>
+
+class QLabel;
+class Tabelle;
+
+/// Page 2: name, number of points and covariable value of every test field; names of the points.
+class SeitePrueffelder : public AssistentSeite
+{
+    Q_OBJECT
+
+public:
+    explicit SeitePrueffelder(const Seitenkontext &context, QWidget *parent = nullptr);
+
+    bool takeOver(Anlass anlass) override;
+    void fill() override;
+    void finishEditing() override;
+    bool hasChanges() const override;
+    QWidget *firstControl() const override;
+
+    /// Brings a covariable value that was typed into row \a row of the fields' table into its form.
+    void formatEdited(int row, int col, QString &newText) const;
+
+signals:
+    /// A text is about to be written into the fields' table.
+    void fieldEdited(int Row, int Col, QString &NewText, bool &Cancel);
+
+private:
+    enum FieldColumn { NameColumn, PointsColumn, ValueColumn, FieldColumns };
+    using FieldTexts = std::array<QString, FieldColumns>;
+
+    QWidget *labelled(const QString &caption, Tabelle *table);
+    void fillFields(std::int32_t count);
+    QStringList fieldRow(int row);
+    QStringList pointRow(int row);
+    void showPoints();
+    int mostPoints() const;
+
+    /// What is wrong with a cell of a row, or nothing.
+    struct Fault
+    {
+        QString text;
+        int col = NameColumn;
+    };
+    bool takeFieldsOver(Anlass anlass);
+    void takePointNamesOver();
+    Fault fault(int row, Anlass anlass) const;
+    void storeRow(int row);
+    bool isChanged(int row, FieldColumn col) const;
+    QString text(int row, FieldColumn col) const;
+
+    Tabelle *m_fields;
+    Tabelle *m_points;
+    QLabel *m_notice;
+    int m_fieldCount = 0;               ///< rows that are shown
+    QHash<int, FieldTexts> m_filled;    ///< what filling wrote, by row; of rows that were needed
+    QHash<int, QString> m_filledPoints; ///< the same of the points' names
+    QHash<int, QString> m_hiddenPoints; ///< typed names of points that are not listed now
+    bool m_showPointsPending = false;
+};
