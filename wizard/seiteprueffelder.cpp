@@ -9,6 +9,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QTableView>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -75,7 +76,7 @@ QWidget *SeitePrueffelder::labelled(const QString &caption, Tabelle *table)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(fontMetrics().height() / 4);
     auto *label = new QLabel(caption, area);
-    label->setBuddy(table);
+    label->setBuddy(table->grid().table());
     column->addWidget(label);
     column->addWidget(table, 1);
     return area;
