@@ -44,32 +44,41 @@ CellEditor::~CellEditor()
 bool CellEditor::take(QWidget *widget)
 {
     release();
-    m_line = qobject_cast<QLineEdit *>(widget);
-    m_combo = qobject_cast<QComboBox *>(widget);
-    if (m_line)
-        m_line->setFrame(false);
-    if (m_combo)
+    m_widget = widget;
+    if (!line() && !combo()) {
+        m_widget.clear();
+        return false;
+    }
+    if (line()) {
+        line()->setFrame(false);
+        // So that the text stands where the cell shows it.
+        line()->setTextMargins(-1, 0, -2, 0);
+    } else
         m_choosing =
-            QObject::connect(m_combo, &QComboBox::activated, m_combo, [this] { m_chosen = true; });
-    return widget && widget == this->widget();
+            QObject::connect(combo(), &QComboBox::activated, widget, [this] { m_chosen = true; });
+    return true;
 }
 
 void CellEditor::release()
 {
     restoreColors();
     QObject::disconnect(m_choosing);
-    m_line.clear();
-    m_combo.clear();
+    m_widget.clear();
 }
 
-QWidget *CellEditor::widget() const
+QLineEdit *CellEditor::line() const
 {
-    return m_line ? static_cast<QWidget *>(m_line) : m_combo;
+    return qobject_cast<QLineEdit *>(m_widget.data());
+}
+
+QComboBox *CellEditor::combo() const
+{
+    return qobject_cast<QComboBox *>(m_widget.data());
 }
 
 QLineEdit *CellEditor::typingField() const
 {
-    return m_combo ? m_combo->lineEdit() : m_line.data();
+    return combo() ? combo()->lineEdit() : line();
 }
 
 bool CellEditor::isPartOfIt(const QObject *object) const
@@ -79,23 +88,23 @@ bool CellEditor::isPartOfIt(const QObject *object) const
 
 void CellEditor::prepare(QObject *watcher, Qt::Alignment alignment)
 {
-    if (m_line)
-        m_line->setAlignment(alignment | Qt::AlignVCenter);
+    if (line())
+        line()->setAlignment(alignment | Qt::AlignVCenter);
     // A combo box can be given a line edit at any time.
-    if (m_combo && m_combo->lineEdit())
-        m_combo->lineEdit()->installEventFilter(watcher);
+    if (combo() && combo()->lineEdit())
+        combo()->lineEdit()->installEventFilter(watcher);
 }
 
 void CellEditor::setText(const QString &text)
 {
     m_openedWith = text;
     m_chosen = false;
-    if (m_combo) {
-        m_combo->setCurrentIndex(-1);
-        m_openedIndex = closestEntry(entriesOf(*m_combo), text);
-        m_combo->setCurrentIndex(m_openedIndex);
-    } else if (m_line && m_line->text() != text) {
-        m_line->setText(text);
+    if (combo()) {
+        combo()->setCurrentIndex(-1);
+        m_openedIndex = closestEntry(entriesOf(*combo()), text);
+        combo()->setCurrentIndex(m_openedIndex);
+    } else if (line() && line()->text() != text) {
+        line()->setText(text);
     }
 }
 
@@ -118,23 +127,23 @@ void CellEditor::replaceByTyping(const QString &text)
     if (QLineEdit *field = typingField()) {
         field->clear();
         field->insert(text);
-    } else if (m_combo) {
-        m_combo->setCurrentIndex(text.isEmpty() ? -1
-                                                : m_combo->findText(text, Qt::MatchStartsWith));
+    } else if (combo()) {
+        combo()->setCurrentIndex(text.isEmpty() ? -1
+                                                : combo()->findText(text, Qt::MatchStartsWith));
         m_openedWith = text.isEmpty() ? QString() : m_openedWith;
     }
 }
 
 QString CellEditor::text(bool confirmed) const
 {
-    if (m_line)
-        return m_line->text();
-    if (!m_combo)
+    if (line())
+        return line()->text();
+    if (!combo())
         return {};
-    const QString shown = m_openedIndex < 0 ? QString() : m_combo->itemText(m_openedIndex);
+    const QString shown = m_openedIndex < 0 ? QString() : combo()->itemText(m_openedIndex);
     const bool untouched =
-        !m_chosen && m_combo->currentIndex() == m_openedIndex && m_combo->currentText() == shown;
-    return untouched && (m_openedIndex < 0 || !confirmed) ? m_openedWith : m_combo->currentText();
+        !m_chosen && combo()->currentIndex() == m_openedIndex && combo()->currentText() == shown;
+    return untouched && (m_openedIndex < 0 || !confirmed) ? m_openedWith : combo()->currentText();
 }
 
 void CellEditor::setColors(std::optional<QColor> back, std::optional<QColor> text)

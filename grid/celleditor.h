@@ -25,11 +25,14 @@ public:
     /// Borrows \a widget; false, and empty, for any other kind.
     bool take(QWidget *widget);
     void release();
-    explicit operator bool() const { return widget() != nullptr; }
-    QWidget *widget() const;
+    QWidget *widget() const { return m_widget; }
+    /// Whether there is an editor; false already inside the editor's destructor.
+    explicit operator bool() const { return line() || combo(); }
     /// Whether \a object is the editor or the line edit inside its combo box.
     bool isPartOfIt(const QObject *object) const;
 
+    /// How far inside a cell's frame of \a frame pixels the editor lies; a list has one of its own.
+    int inset(int frame) const { return line() ? frame : frame / 2; }
     /// Before showing: \a watcher filters its events, texts stand as \a alignment says.
     void prepare(QObject *watcher, Qt::Alignment alignment);
     /// Opens with \a text. A list without it goes to the closest entry.
@@ -47,10 +50,11 @@ public:
     void restoreColors();
 
 private:
+    QLineEdit *line() const;
+    QComboBox *combo() const;
     QLineEdit *typingField() const;
 
-    QPointer<QLineEdit> m_line;
-    QPointer<QComboBox> m_combo;
+    QPointer<QWidget> m_widget;
     QString m_openedWith;
     int m_openedIndex = -1;
     bool m_chosen = false; ///< the user has picked an entry

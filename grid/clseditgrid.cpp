@@ -51,6 +51,7 @@ void clsEditGrid::attachEditor(QWidget *widget)
 {
     if (!widget || !m_grid)
         return;
+    disconnect(widget, nullptr, this, nullptr);
     widget->hide();
     widget->setParent(m_grid);
     widget->installEventFilter(this);
@@ -220,7 +221,7 @@ void clsEditGrid::gridTextComposed(QInputMethodEvent *event)
 
 bool clsEditGrid::eventFilter(QObject *watched, QEvent *event)
 {
-    if (!m_editing || !m_editor.isPartOfIt(watched))
+    if (!m_editing || !m_editor || !m_editor.isPartOfIt(watched))
         return QObject::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::ShortcutOverride:

@@ -3,6 +3,7 @@
 #include "grid/gridcontrol.h"
 #include "grid/griddelegate.h"
 #include "grid/gridmodel.h"
+#include "grid/redrawhold.h"
 
 #include <QGuiApplication>
 #include <QInputMethod>
@@ -106,9 +107,9 @@ void clsEditGrid::placeEditor()
             Qt::QueuedConnection);
         return;
     }
-    const int frame = GridDelegate::frameWidth();
+    const int inset = m_editor.inset(GridDelegate::frameWidth());
     const QRect cell = m_grid->cellRect(m_edit->row.row(), m_edit->col);
-    QRect place = cell.adjusted(frame, frame, -frame - 1, -frame - 1);
+    QRect place = cell.adjusted(inset, inset, -inset, -inset);
     // Scrolled out of view it keeps the focus, and with it the text, beyond the frame's edge.
     if (place.width() < 1 || place.height() < 1)
         place = QRect(-2, -2, 1, 1);
@@ -200,14 +201,11 @@ void clsEditGrid::writeCommitted(OpenEdit &edit, const QString &text)
 
     const QPointer<clsEditGrid> self(this);
     const QPointer<GridControl> grid = m_grid;
-    const bool redraw = grid->redraw();
-    grid->setRedraw(false);
+    const RedrawHold hold(grid);
     do {
         for (int col = firstCol; col <= lastCol && self && grid && grid == m_grid; ++col)
             commitCell(rows, col, text);
     } while (self && grid && grid == m_grid && rows.next());
-    if (grid)
-        grid->setRedraw(redraw);
 }
 
 void clsEditGrid::commitCell(RowTracker &rows, int col, const QString &text)

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QPainter>
-#include <QStyleOptionHeader>
 
 GridDelegate::GridDelegate(const GridModel &model, const GridCursor &cursor, QObject *parent)
     : QStyledItemDelegate(parent), m_model(model), m_cursor(cursor)
@@ -32,30 +31,25 @@ void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
         cell.widget->style()->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
 }
 
-void GridDelegate::paintFixed(QPainter *painter, const QStyleOptionViewItem &option) const
+void GridDelegate::paintFixed(QPainter *painter, QStyleOptionViewItem option) const
 {
-    const QStyle *style = option.widget->style();
-    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1;
     painter->fillRect(option.rect, option.palette.button());
-    style->drawItemText(painter, option.rect.adjusted(margin, 0, -margin, 0),
-                        int(option.displayAlignment), option.palette,
-                        option.state.testFlag(QStyle::State_Enabled),
-                        option.fontMetrics.elidedText(option.text, Qt::ElideRight,
-                                                      option.rect.width() - 2 * margin),
-                        QPalette::ButtonText);
+    option.palette.setBrush(QPalette::Text, option.palette.buttonText());
+    option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
 }
 
 void GridDelegate::paintCurrent(QPainter *painter, QStyleOptionViewItem option) const
 {
     // Inside a selection the current cell stands out by not being marked.
     option.state &= ~QStyle::State_Selected;
-    if (m_back)
-        option.backgroundBrush = *m_back;
+    // The table has already filled a selected cell's background.
+    painter->fillRect(option.rect, m_back ? QBrush(*m_back) : option.palette.base());
     if (m_text)
         option.palette.setColor(QPalette::Text, *m_text);
     option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &option, painter, option.widget);
-    const QPalette::ColorRole role =
-        option.widget->hasFocus() ? QPalette::Highlight : QPalette::Mid;
+    // The editor lies beside the table in the same frame: with either the grid is in use.
+    const bool inUse = option.widget->parentWidget()->isAncestorOf(QApplication::focusWidget());
+    const QPalette::ColorRole role = inUse ? QPalette::Highlight : QPalette::Mid;
     const QRect &r = option.rect;
     const int w = frameWidth();
     const QBrush brush = option.palette.brush(role);

@@ -26,7 +26,7 @@ public:
                const QModelIndex &index) const override;
 
 private:
-    void paintFixed(QPainter *painter, const QStyleOptionViewItem &option) const;
+    void paintFixed(QPainter *painter, QStyleOptionViewItem option) const;
     void paintCurrent(QPainter *painter, QStyleOptionViewItem option) const;
 
     const GridModel &m_model;

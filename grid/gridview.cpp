@@ -32,6 +32,10 @@ GridView::GridView(GridControl &grid) : QTableView(&grid), m_grid(grid)
     setTabKeyNavigation(false);
     setAutoScroll(false);
     setWordWrap(false);
+    // By rows, the view is pushed up to the last row's edge at the end, and a row appended by a
+    // click elsewhere would let the cells jump away under the mouse.
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollMode(ScrollPerPixel);
     setCornerButtonEnabled(false);
     setFrameShape(NoFrame);
 }

@@ -1,5 +1,6 @@
 #include "grid/tabtext.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace tabtext {
@@ -7,7 +8,7 @@ namespace {
 
 bool isControl(QChar c)
 {
-    return c.category() == QChar::Other_Control;
+    return c < u' ' || (c >= u'\u007f' && c < u'\u00a0');
 }
 
 bool isLineBreak(QChar c)
@@ -24,6 +25,8 @@ qsizetype behindLineBreak(const QString &text, qsizetype at)
 
 QString withoutControls(QStringView text)
 {
+    if (std::none_of(text.begin(), text.end(), isControl))
+        return text.toString();
     QString kept;
     kept.reserve(text.size());
     for (const QChar c : text) {
@@ -43,8 +46,6 @@ struct Cell
 /// end.
 std::optional<Cell> quotedCell(const QString &text, qsizetype at)
 {
-    if (text.at(at) != u'"')
-        return std::nullopt;
     Cell cell{QString(), at + 1};
     while (cell.end < text.size()) {
         const QChar c = text.at(cell.end);
@@ -70,10 +71,10 @@ std::optional<Cell> quotedCell(const QString &text, qsizetype at)
 
 Cell plainCell(const QString &text, qsizetype at)
 {
-    qsizetype end = at;
-    while (end < text.size() && text.at(end) != u'\t' && !isLineBreak(text.at(end)))
-        ++end;
-    return {withoutControls(QStringView(text).sliced(at, end - at)), end};
+    const auto from = text.cbegin() + at;
+    const auto end =
+        std::find_if(from, text.cend(), [](QChar c) { return c == u'\t' || isLineBreak(c); });
+    return {withoutControls(QStringView(from, end)), end - text.cbegin()};
 }
 
 } // namespace
@@ -101,26 +102,27 @@ QStringList lines(const QString &text)
     return all;
 }
 
-QList<QStringList> cells(const QString &text)
+bool CellReader::nextRow()
 {
-    QList<QStringList> rows;
-    qsizetype at = 0;
-    while (at < text.size()) {
-        QStringList row;
-        for (bool more = true; more;) {
-            const std::optional<Cell> quoted =
-                at < text.size() ? quotedCell(text, at) : std::nullopt;
-            const Cell cell = quoted ? *quoted : plainCell(text, at);
-            row.append(cell.text);
-            at = cell.end;
-            more = at < text.size() && text.at(at) == u'\t';
-            at += more ? 1 : 0;
-        }
-        rows.append(row);
-        if (at < text.size())
-            at = behindLineBreak(text, at);
-    }
-    return rows;
+    if (m_inRow && m_at < m_text.size())
+        m_at = behindLineBreak(m_text, m_at);
+    m_inRow = m_at < m_text.size();
+    m_moreCells = m_inRow;
+    return m_inRow;
+}
+
+std::optional<QString> CellReader::nextCell()
+{
+    if (!m_moreCells)
+        return std::nullopt;
+    const bool marked = m_at < m_text.size() && m_text.at(m_at) == u'"';
+    std::optional<Cell> cell = marked ? quotedCell(m_text, m_at) : std::nullopt;
+    if (!cell)
+        cell = plainCell(m_text, m_at);
+    m_at = cell->end;
+    m_moreCells = m_at < m_text.size() && m_text.at(m_at) == u'\t';
+    m_at += m_moreCells ? 1 : 0;
+    return std::move(cell->text);
 }
 
 } // namespace tabtext

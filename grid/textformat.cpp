@@ -154,7 +154,10 @@ QString numberText(const QString &text, const Digits &digits, const QString &for
 
 std::optional<QDateTime> readDate(const QString &text, const QLocale &locale)
 {
-    const QString date = locale.dateFormat(QLocale::ShortFormat);
+    QString date = locale.dateFormat(QLocale::ShortFormat);
+    // One letter reads one digit and two, two letters insist on two.
+    date.replace(QStringLiteral("dd"), QStringLiteral("d"))
+        .replace(QStringLiteral("MM"), QStringLiteral("M"));
     QString longYear = date;
     if (!longYear.contains(u"yyyy"))
         longYear.replace(QStringLiteral("yy"), QStringLiteral("yyyy"));
