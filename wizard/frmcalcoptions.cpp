@@ -60,6 +60,7 @@ QString textOrEmpty(Get get)
 frmCalcOptions::frmCalcOptions(Dialogs &dialogs, QWidget *parent)
     : QDialog(parent), m_dialogs(dialogs), m_focusChecks(new FocusChecks(this))
 {
+    setObjectName(QStringLiteral("frmCalcOptions"));
     setWindowTitle(QStringLiteral("Berechnungsoptionen"));
     setAttribute(Qt::WA_DeleteOnClose);
     setModal(true);

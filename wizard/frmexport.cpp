@@ -22,6 +22,7 @@ frmExport::frmExport(Dialogs &dialogs, Exporter exporter, QWidget *parent)
     , m_exporter(std::move(exporter))
     , List1(new QListWidget(this))
 {
+    setObjectName(QStringLiteral("frmExport"));
     setWindowTitle(QStringLiteral("Export in dritte Programme"));
     setAttribute(Qt::WA_DeleteOnClose);
     auto *label = new QLabel(u"wählen Sie eine Aktion aus:"_qs, this);

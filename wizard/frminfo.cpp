@@ -87,6 +87,7 @@ QTextEdit *contactBox(QWidget *parent)
 
 frmInfo::frmInfo(const QVersionNumber &version, QWidget *parent) : QDialog(parent)
 {
+    setObjectName(QStringLiteral("frmInfo"));
     setWindowTitle(QStringLiteral("Info"));
     setAttribute(Qt::WA_DeleteOnClose);
     auto *image = new Bildfeld(imageLines, this);

@@ -321,7 +321,9 @@ private slots:
         Optionendialog dialog(document);
         QVERIFY(!dialog.rounding()->isChecked());
         dialog.ok();
-        QVERIFY(!document.ZwischenergebnisseRunden());
+        QCOMPARE(
+            document.values().text(*document.DataStore().find(u"Zwischenergebnisse runden"_qs)),
+            u"Falsch"_qs);
     }
 
     void aValueThatCantBeReplacedIsReported()

@@ -237,6 +237,22 @@ private slots:
         }
     }
 
+    // A press that moved the focus would set off the box's own check before Ok checks all.
+    void aSlowClickOnOkShowsOneMessage()
+    {
+        Kalibrierung document(beispiel::german);
+        const Optionendialog dialog(document);
+        type(dialog, minimumBox, u"abc"_qs);
+        auto *ok = control<QPushButton>(*dialog, u"cmdOk"_qs);
+        QTest::mousePress(ok, Qt::LeftButton);
+        QCoreApplication::processEvents();
+        QVERIFY(dialog.messages.shown.empty());
+        QTest::mouseRelease(ok, Qt::LeftButton);
+        QCoreApplication::processEvents();
+        QCOMPARE(dialog.messages.shown, one(badMinimum));
+        QVERIFY(dialog.box(minimumBox)->hasFocus());
+    }
+
     void okReportsOnlyTheFirstOfSeveralBadBoxes()
     {
         Kalibrierung document(beispiel::german);
