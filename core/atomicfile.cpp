@@ -147,12 +147,16 @@ void AtomicFile::openBeside()
     // be.
     constexpr int tries = 100;
     const fs::path folder = m_target.parent_path();
+    const auto mode = QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered;
+    std::error_code error;
+    const bool replaces = fs::exists(m_target, error);
     for (int i = 0; i < tries; ++i) {
         const QString name = u"~wendral-%1.tmp"_qs.arg(QRandomGenerator::global()->generate(), 8,
                                                        16, QLatin1Char('0'));
         m_file.setFileName(fromNative(folder / nativePath(name)));
         errno = 0;
-        if (m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
+        // What replaces a file stays private until it has that file's permissions.
+        if (replaces ? m_file.open(mode, QFile::ReadOwner | QFile::WriteOwner) : m_file.open(mode))
             return;
         if (errno != EEXIST)
             break;

@@ -20,7 +20,7 @@ double quotient(double dividend, double divisor)
 {
     if (divisor == 0.0)
         throw RunTimeError(ErrorNumber::DivisionByZero);
-    return checkedFinite(dividend / divisor);
+    return checkedFinite(dividend / divisor) + 0.0; // adding 0 turns -0 into 0
 }
 
 // Any selector but the covariable's and the direct one's reads the indirect characteristic.
@@ -98,8 +98,8 @@ double Auswertung::bestimmtheitsmass(MerkmalEnum x, MerkmalEnum y)
     const double varianceX = varianz(x);
     const double varianceY = varianz(y);
     const double squared = checkedFinite(covariance * covariance);
-    return rounded(quotient(squared, checkedFinite(varianceX * varianceY)),
-                   m_document.NachkommastellenBestimmtheitsmaße());
+    const double determination = quotient(squared, checkedFinite(varianceX * varianceY));
+    return rounded(determination, m_document.NachkommastellenBestimmtheitsmaße());
 }
 
 // X = b * Y + a, every slope derived from regressions on the covariable.

@@ -106,22 +106,26 @@ try {
 }
 
 void Kalibrierungsdatei::storeRows(KeyedStore &store) const
-{
+try {
     store.reserve(store.size() + m_rowset.rows().size());
     for (const Rowset::Row &row : m_rowset.rows()) {
         if (!row.first.empty())
             store.set(toText(row.first), toText(row.second));
     }
+} catch (const std::bad_alloc &) {
+    throw RunTimeError(ErrorNumber::OutOfMemory);
 }
 
 QByteArray Kalibrierungsdatei::bytesOf(const KeyedStore &store, const Values &values)
-{
+try {
     RowsetWriter writer(QStringLiteral("Variable"), QStringLiteral("Wert"), store.size() + 1);
     writer.append(QStringLiteral("KalibrierungWendral"), QStringLiteral("V1"));
     store.forEach([&](const QString &key, const Variant &value) {
         writer.append(key, textToSave(key, value, values));
     });
     return writer.finish();
+} catch (const std::bad_alloc &) {
+    throw RunTimeError(ErrorNumber::OutOfMemory);
 }
 
 void Kalibrierungsdatei::write(const QString &path, const KeyedStore &store, const Values &values)

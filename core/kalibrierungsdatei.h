@@ -16,12 +16,13 @@ public:
     static Kalibrierungsdatei read(const QString &path);
 
     /// Puts every row with a key into \a store, in order; later rows replace earlier ones.
+    /// Raises 7, with the rows so far in the store.
     void storeRows(KeyedStore &store) const;
 
     /// Writes \a store to \a path; the file there is the old one or, in the end, the whole new one.
     static void write(const QString &path, const KeyedStore &store, const Values &values);
 
-    /// The bytes that write() puts into the file. Raises 94 for a Null, 321 for a text that
+    /// The bytes that write() puts into the file. Raises 7, 94 for a Null, 321 for a text that
     /// XML can't hold, naming its key.
     static QByteArray bytesOf(const KeyedStore &store, const Values &values);
 

@@ -68,47 +68,53 @@ double Kalibrierung::StatistikKalibriergeradeAchsenabschnitt(MerkmalEnum x, Merk
     return m_auswertung.achsenabschnitt(x, y);
 }
 
+// In each of these the result comes before its places: both can fail, and both can add keys.
+
 QString Kalibrierung::StatistikMittelwertString(MerkmalEnum merkmal)
 {
-    return m_values.display(StatistikMittelwert(merkmal), NachkommastellenMittelwerte());
+    const double result = StatistikMittelwert(merkmal);
+    return m_values.display(result, NachkommastellenMittelwerte());
 }
 
 QString Kalibrierung::StatistikVarianzString(MerkmalEnum merkmal)
 {
-    return m_values.display(StatistikVarianz(merkmal), NachkommastellenVarianzen());
+    const double result = StatistikVarianz(merkmal);
+    return m_values.display(result, NachkommastellenVarianzen());
 }
 
 QString Kalibrierung::StatistikStandardabweichungString(MerkmalEnum merkmal)
 {
-    return m_values.display(StatistikStandardabweichung(merkmal),
-                            NachkommastellenStandardabweichung());
+    const double result = StatistikStandardabweichung(merkmal);
+    return m_values.display(result, NachkommastellenStandardabweichung());
 }
 
 QString Kalibrierung::StatistikKovarianzString(MerkmalEnum x, MerkmalEnum y)
 {
-    return m_values.display(StatistikKovarianz(x, y), NachkommastellenKovarianzen());
+    const double result = StatistikKovarianz(x, y);
+    return m_values.display(result, NachkommastellenKovarianzen());
 }
 
 QString Kalibrierung::StatistikBestimmtheitsmaßString(MerkmalEnum x, MerkmalEnum y)
 {
     return orErrorText([&] {
-        return m_values.display(StatistikBestimmtheitsmaß(x, y),
-                                NachkommastellenBestimmtheitsmaße());
+        const double result = StatistikBestimmtheitsmaß(x, y);
+        return m_values.display(result, NachkommastellenBestimmtheitsmaße());
     });
 }
 
 QString Kalibrierung::StatistikKalibriergeradeAnstiegString(MerkmalEnum x, MerkmalEnum y)
 {
     return orErrorText([&] {
-        return m_values.display(StatistikKalibriergeradeAnstieg(x, y), NachkommastellenAnstieg());
+        const double result = StatistikKalibriergeradeAnstieg(x, y);
+        return m_values.display(result, NachkommastellenAnstieg());
     });
 }
 
 QString Kalibrierung::StatistikKalibriergeradeAchsenabschnittString(MerkmalEnum x, MerkmalEnum y)
 {
     return orErrorText([&] {
-        return m_values.display(StatistikKalibriergeradeAchsenabschnitt(x, y),
-                                NachkommastellenAchsenabschnitt());
+        const double result = StatistikKalibriergeradeAchsenabschnitt(x, y);
+        return m_values.display(result, NachkommastellenAchsenabschnitt());
     });
 }
 

@@ -1,16 +1,13 @@
 #include "core/rowsetreader.h"
 
 #include "core/runtimeerror.h"
+#include "core/xmlencoding.h"
+#include "core/xmlnamespaces.h"
 #include "core/xmlpruefung.h"
-
-#include <QStringDecoder>
 
 #include <pugixml.hpp>
 
 #include <algorithm>
-#include <cstring>
-#include <map>
-#include <string>
 #include <utility>
 
 namespace {
@@ -18,7 +15,6 @@ namespace {
 constexpr std::string_view schemaSpace = "uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882";
 constexpr std::string_view rowsetSpace = "urn:schemas-microsoft-com:rowset";
 constexpr std::string_view rowSpace = "#RowsetSchema";
-constexpr std::string_view xmlSpace = "http://www.w3.org/XML/1998/namespace";
 
 [[noreturn]] void refuse(const QString &why)
 {
@@ -29,121 +25,6 @@ QString textOf(std::string_view utf8)
 {
     return forMessage(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())));
 }
-
-// UTF-8 without byte order mark, whatever the file's Unicode encoding is. A file begins with an
-// ASCII character, which tells the byte order where there is no mark.
-QByteArray toUtf8(QByteArray file)
-{
-    if (file.startsWith("\xef\xbb\xbf"))
-        return file.remove(0, 3);
-    const bool two = file.size() >= 2;
-    const bool little = file.startsWith("\xff\xfe") || (two && file[0] != 0 && file[1] == 0);
-    const bool big = file.startsWith("\xfe\xff") || (two && file[0] == 0 && file[1] != 0);
-    if (!little && !big)
-        return file;
-    QStringDecoder decoder(little ? QStringDecoder::Utf16LE : QStringDecoder::Utf16BE,
-                           QStringDecoder::Flag::Stateless);
-    const QString text = decoder(file);
-    if (decoder.hasError() || file.size() % 2 != 0 || !text.isValidUtf16())
-        refuse(u"ungültige Zeichenkodierung (kein UTF-16)"_qs);
-    return text.toUtf8();
-}
-
-// An XML declaration that names another encoding than one of Unicode is a lie by now, and its
-// umlauts would be wrong.
-void checkDeclaration(std::string_view text)
-{
-    if (!text.starts_with("<?xml ") && !text.starts_with("<?xml\t") &&
-        !text.starts_with("<?xml\r") && !text.starts_with("<?xml\n"))
-        return;
-    const std::string_view declaration = text.substr(0, text.find("?>"));
-    const std::size_t mark = declaration.find("encoding");
-    const std::size_t open = declaration.find_first_of("'\"", mark);
-    if (mark == std::string_view::npos || open == std::string_view::npos)
-        return;
-    const std::size_t close = declaration.find(declaration[open], open + 1);
-    const QByteArray name =
-        QByteArray::fromStdString(std::string(declaration.substr(open + 1, close - open - 1)))
-            .toUpper();
-    if (name != "UTF-8" && name != "UTF-16" && name != "UTF-16LE" && name != "UTF-16BE" &&
-        name != "US-ASCII")
-        refuse(u"die Zeichenkodierung „%1“ wird nicht unterstützt"_qs.arg(
-            forMessage(QString::fromLatin1(name))));
-}
-
-struct QualifiedName
-{
-    std::string_view space;
-    std::string_view local;
-};
-
-// Namespaces in force at the current element. Lookups stay fast however many prefixes a file
-// declares.
-class Scope
-{
-public:
-    Scope() { m_bound.emplace("xml", xmlSpace); }
-
-    // Adds an element's declarations; leave() with the returned mark takes them back.
-    std::size_t enter(const pugi::xml_node &element)
-    {
-        const std::size_t mark = m_hidden.size();
-        for (const pugi::xml_attribute attribute : element.attributes()) {
-            const char *name = attribute.name();
-            if (std::strncmp(name, "xmlns", 5) != 0)
-                continue;
-            if (name[5] == '\0')
-                bind({}, attribute.value());
-            else if (name[5] == ':')
-                bind(name + 6, attribute.value());
-        }
-        return mark;
-    }
-    void leave(std::size_t mark)
-    {
-        for (; m_hidden.size() > mark; m_hidden.pop_back())
-            m_bound[m_hidden.back().first] = m_hidden.back().second;
-    }
-
-    QualifiedName element(std::string_view name) const
-    {
-        const std::size_t colon = name.find(':');
-        if (colon == std::string_view::npos)
-            return {find({}), name};
-        return {bound(name.substr(0, colon)), name.substr(colon + 1)};
-    }
-    // An attribute without prefix is in no namespace.
-    QualifiedName attribute(std::string_view name) const
-    {
-        const std::size_t colon = name.find(':');
-        if (colon == std::string_view::npos || name.starts_with("xmlns:"))
-            return {{}, name};
-        return {bound(name.substr(0, colon)), name.substr(colon + 1)};
-    }
-
-private:
-    void bind(std::string_view prefix, std::string_view space)
-    {
-        std::string_view &current = m_bound[prefix];
-        m_hidden.emplace_back(prefix, current);
-        current = space;
-    }
-    std::string_view find(std::string_view prefix) const
-    {
-        const auto binding = m_bound.find(prefix);
-        return binding == m_bound.end() ? std::string_view() : binding->second;
-    }
-    std::string_view bound(std::string_view prefix) const
-    {
-        const std::string_view space = find(prefix);
-        if (space.empty())
-            refuse(u"das Präfix „%1“ ist an keinen Namensraum gebunden"_qs.arg(textOf(prefix)));
-        return space;
-    }
-
-    std::map<std::string_view, std::string_view> m_bound;
-    std::vector<std::pair<std::string_view, std::string_view>> m_hidden; ///< what bind() replaced
-};
 
 // Whether a list of words between white space holds the word.
 bool listHolds(std::string_view list, std::string_view word)
@@ -164,12 +45,16 @@ bool listHolds(std::string_view list, std::string_view word)
 class Walker
 {
 public:
-    Walker(std::string_view firstColumn, std::string_view secondColumn)
-        : m_columns{firstColumn, secondColumn}
+    Walker(const pugi::xml_node &root, std::string_view firstColumn, std::string_view secondColumn,
+           const XmlCounts &counts)
+        : m_root(root)
+        , m_columns{firstColumn, secondColumn}
+        , m_scope(root, counts.namespaceDeclarations)
     {
+        m_rows.reserve(counts.elements);
     }
 
-    std::vector<Rowset::Row> walk(const pugi::xml_document &document);
+    std::vector<Rowset::Row> walk();
 
 private:
     // A row as it stands: which of the two columns it names, and their texts.
@@ -194,10 +79,11 @@ private:
     Raw raw(const pugi::xml_node &row);
     void append(const Raw &row) { m_rows.push_back({row.text[0], row.text[1]}); }
 
+    pugi::xml_node m_root;
     std::string_view m_columns[2];
     std::string_view m_attributes[2]; ///< under which the rows hold the two columns
     std::string_view m_rowName;
-    Scope m_scope;
+    XmlNamespaces m_scope;
     std::vector<Rowset::Row> m_rows;
 };
 
@@ -205,7 +91,7 @@ private:
 template <typename Visit>
 void Walker::forEachElement(const pugi::xml_node &parent, Visit visit)
 {
-    for (const pugi::xml_node child : parent.children()) {
+    for (pugi::xml_node child = parent.first_child(); child; child = child.next_sibling()) {
         if (child.type() != pugi::node_element)
             continue;
         const std::size_t mark = m_scope.enter(child);
@@ -214,19 +100,17 @@ void Walker::forEachElement(const pugi::xml_node &parent, Visit visit)
     }
 }
 
-std::vector<Rowset::Row> Walker::walk(const pugi::xml_document &document)
+std::vector<Rowset::Row> Walker::walk()
 {
-    const pugi::xml_node root = document.document_element();
-    if (std::string_view(root.name()) != "xml")
+    if (std::string_view(m_root.name()) != "xml")
         refuse(u"das Wurzelelement heißt nicht „xml“"_qs);
-    m_scope.enter(root);
-    forEachElement(root, [this](const pugi::xml_node &child, const QualifiedName &name) {
+    forEachElement(m_root, [this](const pugi::xml_node &child, const QualifiedName &name) {
         if (name.space == schemaSpace && name.local == "Schema")
             readSchema(child);
     });
     checkColumns();
     bool hasData = false;
-    forEachElement(root, [&](const pugi::xml_node &child, const QualifiedName &name) {
+    forEachElement(m_root, [&](const pugi::xml_node &child, const QualifiedName &name) {
         if (name.space != rowsetSpace || name.local != "data")
             return;
         hasData = true;
@@ -345,7 +229,8 @@ void Walker::readUpdate(const pugi::xml_node &update)
 Walker::Raw Walker::raw(const pugi::xml_node &row)
 {
     Raw result;
-    for (const pugi::xml_attribute attribute : row.attributes()) {
+    for (pugi::xml_attribute attribute = row.first_attribute(); attribute;
+         attribute = attribute.next_attribute()) {
         const std::string_view name = attribute.name();
         if (name == m_attributes[0] || name == m_attributes[1]) {
             const int i = name == m_attributes[0] ? 0 : 1;
@@ -371,11 +256,11 @@ Walker::Raw Walker::raw(const pugi::xml_node &row)
 Rowset Rowset::parse(QByteArray file, std::string_view firstColumn, std::string_view secondColumn)
 {
     Rowset result;
-    result.m_buffer = toUtf8(std::move(file));
+    result.m_buffer = utf8Of(std::move(file));
     const std::string_view text(result.m_buffer.data(),
                                 static_cast<std::size_t>(result.m_buffer.size()));
-    checkXml(text);
-    checkDeclaration(text);
+    const XmlCounts counts = checkXml(text);
+    checkDeclaredEncoding(text);
 
     pugi::xml_document document;
     // Attribute white space stays as it is; parsing in the buffer copies no text.
@@ -386,6 +271,6 @@ Rowset Rowset::parse(QByteArray file, std::string_view firstColumn, std::string_
         throw RunTimeError(ErrorNumber::OutOfMemory);
     if (!parsed)
         refuse(u"die Elemente sind nicht richtig verschachtelt"_qs);
-    result.m_rows = Walker(firstColumn, secondColumn).walk(document);
+    result.m_rows = Walker(document.document_element(), firstColumn, secondColumn, counts).walk();
     return result;
 }

@@ -3,7 +3,13 @@
 #include "core/runtimeerror.h"
 #include "core/xmlpruefung.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
 namespace {
+
+constexpr char rowEnd[] = "'/>\r\n";
 
 constexpr char fileStart[] =
     "<xml xmlns:s='uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882'\r\n"
@@ -24,49 +30,74 @@ constexpr char schemaEnd[] = "\t\t<s:extends type='rs:rowbase'/>\r\n"
                              "</s:Schema>\r\n"
                              "<rs:data>\r\n";
 
-// The escape of an ASCII character, null where it stands for itself.
-const char *escapeOf(char16_t c)
+// What an ASCII character is written as: nothing for one that XML can't hold, itself or an escape.
+constexpr std::array<std::string_view, 0x80> makeAsciiTexts()
 {
-    switch (c) {
-    case u'&':
-        return "&#x26;";
-    case u'<':
-        return "&#x3c;";
-    case u'>':
-        return "&#x3e;";
-    case u'\'':
-        return "&#x27;";
-    case u'"':
-        return "&#x22;";
-    case u'\t':
-        return "&#x9;";
-    case u'\r':
-        return "&#xD;";
-    case u'\n':
-        return "&#xA;";
-    default:
-        return nullptr;
-    }
+    constexpr const char *characters =
+        " !\"#$%&'()*+,-./"
+        "0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]^_`abcdefghijklmnopqrstuvwxyz"
+        "{|}~\x7f";
+    std::array<std::string_view, 0x80> texts;
+    for (std::size_t c = 0x20; c < 0x80; ++c)
+        texts[c] = std::string_view(characters + (c - 0x20), 1);
+    texts['&'] = "&#x26;";
+    texts['<'] = "&#x3c;";
+    texts['>'] = "&#x3e;";
+    texts['\''] = "&#x27;";
+    texts['"'] = "&#x22;";
+    texts['\t'] = "&#x9;";
+    texts['\r'] = "&#xD;";
+    texts['\n'] = "&#xA;";
+    return texts;
 }
+constexpr std::array<std::string_view, 0x80> asciiTexts = makeAsciiTexts();
 
-void appendUtf8(QByteArray &out, char32_t c)
+constexpr qsizetype longestText = 6; // bytes for one UTF-16 unit, or for both of a pair
+
+// Writes a code point above ASCII as UTF-8. \returns the position behind it.
+char *putUtf8(char *out, char32_t c)
 {
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-        return;
-    }
     if (c < 0x800) {
-        out += static_cast<char>(0xc0 | (c >> 6));
+        *out++ = static_cast<char>(0xc0 | (c >> 6));
     } else {
         if (c < 0x10000) {
-            out += static_cast<char>(0xe0 | (c >> 12));
+            *out++ = static_cast<char>(0xe0 | (c >> 12));
         } else {
-            out += static_cast<char>(0xf0 | (c >> 18));
-            out += static_cast<char>(0x80 | ((c >> 12) & 0x3f));
+            *out++ = static_cast<char>(0xf0 | (c >> 18));
+            *out++ = static_cast<char>(0x80 | ((c >> 12) & 0x3f));
         }
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3f));
+        *out++ = static_cast<char>(0x80 | ((c >> 6) & 0x3f));
     }
-    out += static_cast<char>(0x80 | (c & 0x3f));
+    *out++ = static_cast<char>(0x80 | (c & 0x3f));
+    return out;
+}
+
+// Writes the character at the position, escaped, and moves the position behind it. \returns where
+// the next one goes; null, and moves nothing, where no file can hold it.
+inline char *putCharacter(char *out, QStringView text, qsizetype &position)
+{
+    const char16_t c = text.utf16()[position];
+    if (c < 0x80) {
+        const std::string_view written = asciiTexts[c];
+        if (written.empty())
+            return nullptr;
+        ++position;
+        if (written.size() > 1)
+            return std::copy(written.begin(), written.end(), out);
+        *out = static_cast<char>(c);
+        return out + 1;
+    }
+    char32_t whole = c;
+    qsizetype units = 1;
+    if (QChar::isHighSurrogate(c) && position + 1 < text.size() &&
+        text[position + 1].isLowSurrogate()) {
+        whole = QChar::surrogateToUcs4(c, text.utf16()[position + 1]);
+        units = 2;
+    }
+    if (!isXmlCharacter(whole))
+        return nullptr;
+    position += units;
+    return putUtf8(out, whole);
 }
 
 [[noreturn]] void refuse(const QString &row, char16_t c)
@@ -100,7 +131,7 @@ void RowsetWriter::append(const QString &first, const QString &second)
     appendEscaped(first, first);
     m_file += m_rowMiddle;
     appendEscaped(second, first);
-    m_file += "'/>\r\n";
+    m_file += rowEnd;
 }
 
 QByteArray RowsetWriter::finish()
@@ -111,21 +142,21 @@ QByteArray RowsetWriter::finish()
 
 void RowsetWriter::appendEscaped(const QString &text, const QString &row)
 {
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char16_t c = text[i].unicode();
-        if (const char *escape = escapeOf(c)) {
-            m_file += escape;
-        } else if (!QChar::isSurrogate(c)) {
-            if (!isXmlCharacter(c))
-                refuse(row, c);
-            appendUtf8(m_file, c);
-        } else {
-            const bool pair =
-                QChar::isHighSurrogate(c) && i + 1 < text.size() && text[i + 1].isLowSurrogate();
-            if (!pair)
-                refuse(row, c);
-            appendUtf8(m_file, QChar::surrogateToUcs4(text[i], text[i + 1]));
-            ++i;
+    constexpr qsizetype slice = 4096;
+    for (qsizetype i = 0; i < text.size();) {
+        // Room for the worst case of a slice, given back behind it, so that no single character
+        // has to ask for more.
+        const qsizetype end = std::min(i + slice, text.size());
+        const qsizetype before = m_file.size();
+        m_file.resize(before + longestText * (end - i));
+        char *const start = m_file.data() + before;
+        char *out = start;
+        while (i < end) {
+            char *const behind = putCharacter(out, text, i);
+            if (!behind)
+                refuse(row, text[i].unicode());
+            out = behind;
         }
+        m_file.resize(before + (out - start));
     }
 }

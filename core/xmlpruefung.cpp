@@ -29,6 +29,7 @@ public:
 
     void checkCharacters();
     void checkStructure();
+    const XmlCounts &counts() const { return m_counts; }
 
 private:
     [[noreturn]] void fail(std::size_t position, const QString &what) const;
@@ -52,6 +53,7 @@ private:
     std::string_view m_text;
     std::size_t m_depth = 0;
     std::size_t m_markup = 0;
+    XmlCounts m_counts;
     bool m_rootSeen = false;
     std::vector<std::string_view> m_names; ///< attribute names of the current tag
 };
@@ -217,6 +219,7 @@ std::size_t Checker::checkStartTag(std::size_t position)
     if (m_depth == 0 && m_rootSeen)
         fail(position, u"zweites Wurzelelement"_qs);
     m_rootSeen = true;
+    ++m_counts.elements;
     m_names.clear();
     std::size_t i = skipName(position + 1);
     for (;;) {
@@ -247,6 +250,8 @@ std::size_t Checker::checkAttribute(std::size_t position)
     if (nameEnd == position || !startsAt(equals, "="))
         fail(position, u"Attribut ohne Wert"_qs);
     m_names.push_back(m_text.substr(position, nameEnd - position));
+    if (m_names.back().starts_with("xmlns"))
+        ++m_counts.namespaceDeclarations;
     const std::size_t quote = skipBlanks(equals + 1);
     if (!startsAt(quote, "'") && !startsAt(quote, "\""))
         fail(quote, u"Attributwert ohne Anführungszeichen"_qs);
@@ -277,11 +282,12 @@ void Checker::checkDuplicates(std::size_t position)
 
 } // namespace
 
-void checkXml(std::string_view utf8)
+XmlCounts checkXml(std::string_view utf8)
 {
     Checker checker(utf8);
     checker.checkCharacters();
     checker.checkStructure();
+    return checker.counts();
 }
 
 QString forMessage(const QString &text)

@@ -5,6 +5,13 @@
 #include <cstddef>
 #include <string_view>
 
+/// What a document holds, counted on the way.
+struct XmlCounts
+{
+    std::size_t elements = 0;
+    std::size_t namespaceDeclarations = 0;
+};
+
 /// Refuses what is no well-formed XML 1.0 document of our kind, before the parser sees it: the
 /// parser is fast because it takes bare & and <, unknown entities, duplicate attributes, text
 /// around the root, two roots, invalid UTF-8 and control characters without a word. A document type
@@ -12,7 +19,7 @@
 /// the parser.
 ///
 /// \a utf8 has no byte order mark. Raises 321, naming the line. Takes linear time and no recursion.
-void checkXml(std::string_view utf8);
+XmlCounts checkXml(std::string_view utf8);
 
 /// More elements, attributes and other markup than this are refused, so that a small file can't
 /// make the parser take all memory. The largest document that is evaluated has about six million.

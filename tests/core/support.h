@@ -74,6 +74,19 @@ inline void fill(Kalibrierung &document, const std::vector<Field> &fields)
     }
 }
 
+/// Direct values 1 to 9, indirect values around twice of them, covariable 1, 2, 3.
+inline void fillThreeFields(Kalibrierung &document)
+{
+    fill(document,
+         {{1, {1, 2, 3}, {2, 5, 5}}, {2, {4, 5, 6}, {8, 10, 13}}, {3, {7, 8, 9}, {14, 15, 18}}});
+}
+
+/// A selector that may name no characteristic.
+inline MerkmalEnum selector(int number)
+{
+    return static_cast<MerkmalEnum>(number);
+}
+
 } // namespace coretest
 
 #define QVERIFY_SAME_BITS(actual, expected)                                                        \

@@ -144,6 +144,9 @@ void TestFenster::eventLiesBetweenCreatingAndShowing()
     document.ShowAssistent();
     QCOMPARE(service.log, QStringList({u"create frmAssistent"_qs, u"event for frmAssistent"_qs,
                                        u"show frmAssistent"_qs}));
+    // Both arguments left out, as at the start of the program: modeless, without an owner.
+    QVERIFY(!service.shown[0].modal);
+    QVERIFY(service.shown[0].parent == nullptr);
 }
 
 void TestFenster::aHandlerMayPutAnotherWindowInItsPlace()

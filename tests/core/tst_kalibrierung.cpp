@@ -1,92 +1,11 @@
-// The document: what a fresh one holds, and its fields, points and names.
+// The document: what a fresh one holds, and which reads leave a trace.
 
-#include "tests/core/support.h"
+#include "tests/core/vorgaben.h"
 #include "tests/support/testregistry.h"
 
-#include <QSignalSpy>
+#include <QTemporaryDir>
 
 using namespace coretest;
-
-namespace {
-
-const QString protocol = u"Protokoll Verdichtung "_qs;
-
-struct Default
-{
-    QString key;
-    Variant value;
-};
-
-std::vector<Default> defaults()
-{
-    const auto whole = [](std::int32_t value) { return Variant(value); };
-    std::vector<Default> result{
-        {u"Direktes Prüfmerkmal Nachkommastellen"_qs, whole(2)},
-        {u"IsDirty"_qs, false},
-        {u"Indirektes Prüfmerkmal Nachkommastellen"_qs, whole(2)},
-        {u"Kovariable Nachkommastellen"_qs, whole(0)},
-        {u"Anzahl Prüffelder"_qs, whole(3)},
-        {u"Kovariable Name"_qs, u"Anzahl der Übergänge"_qs},
-        {u"Kovariable Einheit"_qs, u"-"_qs},
-        {u"Kovariable Formelzeichen"_qs, u"Z"_qs},
-        {u"Nachkommastellen Mittelwerte"_qs, whole(1)},
-        {u"Nachkommastellen Varianzen"_qs, whole(2)},
-        {u"Nachkommastellen Standardabweichung"_qs, whole(2)},
-        {u"Nachkommastellen Kovarianzen"_qs, whole(2)},
-        {u"Nachkommastellen Bestimmtheitsmaße"_qs, whole(2)},
-        {u"Nachkommastellen Anstieg"_qs, whole(4)},
-        {u"Nachkommastellen Achsenabschnitt"_qs, whole(2)},
-        {u"Zwischenergebnisse runden"_qs, false},
-        {u"minimales Bestimmtheitsmaß Indirektes Prüfmerkmal, Direktes Prüfmerkmal"_qs, 0.65},
-    };
-    const std::pair<const char16_t *, const char16_t *> texts[] = {
-        {u"Unterlage Bodenart DIN 4022", nullptr},
-        {u"Unterlage Bodengruppe DIN 18196", nullptr},
-        {u"Unterlage Anzahl Verdichtungsübergänge", nullptr},
-        {u"Unterlage Wassergehalt", u"??%"},
-        {u"Unterlage Trockendichte", u"?? g/cm³"},
-        {u"Unterlage Proctordichte", u"?? g/cm³"},
-        {u"Unterlage Verdichtungsgrad", u"??%"},
-        {u"Kalibrierfeld Bodenart DIN 4022", nullptr},
-        {u"Kalibrierfeld Bodengruppe DIN 18196", nullptr},
-        {u"Kalibrierfeld Geometrie", u"?? m x ?? m"},
-        {u"Kalibrierfeld Schütthöhe", u"?? m"},
-        {u"Kalibrierfeld Proctordichte", u"?? g/cm³ bis ?? g/cm³"},
-        {u"Kalibrierfeld Grenzwassergehalt", u"XXX=??%: ??% bzw ??%"},
-        {u"Kalibrierfeld optimaler Wassergehalt", u"??% bis ??%"},
-        {u"Kalibrierfeld Walzentyp", nullptr},
-        {u"Kalibrierfeld Fahrgeschwindigkeit Walze", u"?? km/h"},
-        {u"Kalibrierfeld Verdichtungsamplitude Walze", u"?? mm"},
-        {u"Kalibrierfeld Verdichtungsfrequenz Walze", u"?? Hz"},
-        {u"Kalibrierfeld Datum bei Verdichtung", u"??.??.????"},
-        {u"Kalibrierfeld Witterung bei Verdichtung", nullptr},
-        {u"Kalibrierfeld Temperatur bei Verdichtung", u"??°C"},
-        {u"Kalibrierfeld Datum bei Prüfung", u"??.??.????"},
-        {u"Kalibrierfeld Witterung bei Prüfung", nullptr},
-        {u"Kalibrierfeld Temperatur bei Prüfung", u"??°C"},
-    };
-    for (const auto &[key, text] : texts) {
-        // A template that is empty leaves nothing but the key.
-        result.push_back({protocol + QString::fromUtf16(key),
-                          text ? Variant(QString::fromUtf16(text)) : Variant(Empty{})});
-    }
-    return result;
-}
-
-void verifyDefaults(const Kalibrierung &document)
-{
-    const std::vector<Default> expected = defaults();
-    std::size_t at = 0;
-    document.DataStore().forEach([&](const QString &key, const Variant &value) {
-        QVERIFY(at < expected.size());
-        QCOMPARE(key, expected[at].key);
-        QVERIFY2(value == expected[at].value, qPrintable(key));
-        ++at;
-    });
-    QCOMPARE(at, expected.size());
-}
-
-} // namespace
 
 class TestKalibrierung : public QObject
 {
@@ -97,18 +16,10 @@ private slots:
     void resetRestoresTheDefaultsWhateverWasThere();
     void freshDocumentReportsItsDefaults();
     void characteristicsAreTheSameObjectsForLife();
-    void numberOfFields();
-    void numberOfPoints();
-    void tooSmallCountsChangeNothing();
-    void countsAreReadFromText();
-    void covariableOfAField();
     void plainReadingAddsKeysAndGuardedReadingDoesNot();
+    void keysThatReadingAddedAreInBlobAndFile();
+    void everythingOfACharacteristicIsSavedAndLoaded();
     void numberFormatOfEachCharacteristic();
-    void loweredCountsKeepTheValues();
-    void totalIsTheSumOfTheFieldsPoints();
-    void nameOfAField();
-    void nameOfAPoint();
-    void pointKeyNeverChanges();
 };
 
 void TestKalibrierung::freshDocumentHoldsTheDefaultsInTheirOrder()
@@ -162,81 +73,6 @@ void TestKalibrierung::characteristicsAreTheSameObjectsForLife()
     QCOMPARE(&document.Kovariable(), covariable);
 }
 
-void TestKalibrierung::numberOfFields()
-{
-    Kalibrierung document(german);
-    document.setPrüffelderAnzahl(3);
-    QVERIFY(!document.IsDirty()); // no change
-    document.setPrüffelderAnzahl(2147483647);
-    QCOMPARE(document.PrüffelderAnzahl(), 2147483647);
-    QVERIFY(document.IsDirty());
-    document.DataStore().remove(u"Anzahl Prüffelder");
-    QCOMPARE(document.PrüffelderAnzahl(), 0);
-}
-
-void TestKalibrierung::numberOfPoints()
-{
-    Kalibrierung document(german);
-    document.setPrüffeldPrüfpunkte(2, 3);
-    QVERIFY(*document.DataStore().find(u"Prüffeld Prüfpunktanzahl 2") == Variant(std::int32_t{3}));
-    QCOMPARE(document.PrüffeldPrüfpunkte(2), 3);
-    QCOMPARE(document.PrüffeldPrüfpunkte(1), 4);
-    QVERIFY(document.IsDirty());
-    document.setPrüffeldPrüfpunkte(-7, 5); // the number of the field itself is not checked
-    QCOMPARE(document.PrüffeldPrüfpunkte(-7), 5);
-    // The default, once written, is stored: the getter's 4 is no item.
-    document.setPrüffeldPrüfpunkte(1, 4);
-    QVERIFY(document.DataStore().exists(u"Prüffeld Prüfpunktanzahl 1"));
-}
-
-void TestKalibrierung::tooSmallCountsChangeNothing()
-{
-    Kalibrierung document(german);
-    QSignalSpy changed(&document, &Kalibrierung::IsDirtyChanged);
-    for (const std::int32_t count : {2, 1, 0, -1, std::numeric_limits<std::int32_t>::min()}) {
-        QCOMPARE(errorOf([&] { document.setPrüffelderAnzahl(count); }), 380);
-        QCOMPARE(errorOf([&] { document.setPrüffeldPrüfpunkte(1, count); }), 380);
-    }
-    verifyDefaults(document);
-    QCOMPARE(changed.count(), 0);
-}
-
-void TestKalibrierung::countsAreReadFromText()
-{
-    Kalibrierung document(german);
-    document.DataStore().set(u"Anzahl Prüffelder"_qs, u" 12 "_qs);
-    document.DataStore().set(u"Prüffeld Prüfpunktanzahl 1"_qs, u"2"_qs);
-    document.DataStore().set(u"Prüffeld Prüfpunktanzahl 2"_qs, Empty{});
-    document.DataStore().set(u"Prüffeld Prüfpunktanzahl 3"_qs, 4.5);
-    QCOMPARE(document.PrüffelderAnzahl(), 12);
-    QCOMPARE(document.PrüffeldPrüfpunkte(1), 2);
-    QCOMPARE(document.PrüffeldPrüfpunkte(2), 0);
-    QCOMPARE(document.PrüffeldPrüfpunkte(3), 4);
-    QCOMPARE(document.PrüfpunkteTotal(), 2 + 0 + 4 + 9 * 4);
-}
-
-void TestKalibrierung::covariableOfAField()
-{
-    Kalibrierung document(german);
-    document.setPrüffeldWert(2, 2.5);
-    QVERIFY(*document.DataStore().find(u"Name Prüffeld 2") == Variant(2.5));
-    QCOMPARE(document.PrüffeldWert(2), 2.5);
-    QCOMPARE(document.PrüffeldWert(1), 1.0);
-    QVERIFY(document.IsDirty());
-    document.DataStore().set(u"Name Prüffeld 1"_qs, u"1.234,5"_qs);
-    QCOMPARE(document.PrüffeldWert(1), 1234.5);
-    document.DataStore().set(u"Name Prüffeld 1"_qs, u"acht"_qs);
-    QCOMPARE(errorOf([&] { document.PrüffeldWert(1); }), 13);
-    document.DataStore().set(u"Name Prüffeld 1"_qs, QString());
-    QCOMPARE(errorOf([&] { document.PrüffeldWert(1); }), 13);
-    document.DataStore().set(u"Name Prüffeld 1"_qs, u"1e999"_qs);
-    QCOMPARE(errorOf([&] { document.PrüffeldWert(1); }), 6);
-    document.DataStore().set(u"Name Prüffeld 1"_qs, Null{});
-    QCOMPARE(errorOf([&] { document.PrüffeldWert(1); }), 94);
-    document.DataStore().set(u"Name Prüffeld 1"_qs, Empty{});
-    QCOMPARE(document.PrüffeldWert(1), 0.0);
-}
-
 void TestKalibrierung::plainReadingAddsKeysAndGuardedReadingDoesNot()
 {
     Kalibrierung document(german);
@@ -282,6 +118,41 @@ void TestKalibrierung::plainReadingAddsKeysAndGuardedReadingDoesNot()
     QVERIFY(!document.IsDirty());
 }
 
+void TestKalibrierung::keysThatReadingAddedAreInBlobAndFile()
+{
+    const QString key = u"Direktes Prüfmerkmal Name"_qs;
+    Kalibrierung document(german);
+    QVERIFY(!document.DataStore().exists(key));
+    document.DirektesPrüfmerkmal().Name();
+    Kalibrierung fromBlob(german);
+    fromBlob.setContentString(document.ContentString());
+    QVERIFY(*fromBlob.DataStore().find(key) == Variant(Empty{}));
+    QTemporaryDir folder;
+    document.SaveFile(folder.filePath(u"a.xml"_qs));
+    Kalibrierung fromFile(german);
+    fromFile.LoadFile(folder.filePath(u"a.xml"_qs));
+    QVERIFY(*fromFile.DataStore().find(key) == Variant(QString()));
+}
+
+void TestKalibrierung::everythingOfACharacteristicIsSavedAndLoaded()
+{
+    QTemporaryDir folder;
+    Kalibrierung document(german);
+    document.DirektesPrüfmerkmal().setName(u"Verdichtungsgrad"_qs);
+    document.DirektesPrüfmerkmal().setFormelzeichen(u"D"_qs);
+    document.DirektesPrüfmerkmal().setEinheit(u"%"_qs);
+    document.DirektesPrüfmerkmal().setNachkommastellen(1);
+    document.SaveFile(folder.filePath(u"a.xml"_qs));
+    Kalibrierung loaded(german);
+    loaded.LoadFile(folder.filePath(u"a.xml"_qs));
+    QCOMPARE(loaded.DirektesPrüfmerkmal().Bezeichung(), u"Verdichtungsgrad D"_qs);
+    QCOMPARE(loaded.DirektesPrüfmerkmal().Einheit(), u"%"_qs);
+    QCOMPARE(loaded.DirektesPrüfmerkmal().Nachkommastellen(), 1);
+    loaded.DataStore().forEach([](const QString &key, const Variant &value) {
+        QVERIFY2(std::holds_alternative<QString>(value), qPrintable(key));
+    });
+}
+
 void TestKalibrierung::numberFormatOfEachCharacteristic()
 {
     Kalibrierung document(german);
@@ -297,73 +168,6 @@ void TestKalibrierung::numberFormatOfEachCharacteristic()
         QCOMPARE(document.MerkmalNumberFormat(static_cast<MerkmalEnum>(other)), u"#,##0"_qs);
     document.DataStore().set(u"Kovariable Nachkommastellen"_qs, u"abc"_qs);
     QCOMPARE(errorOf([&] { document.MerkmalNumberFormat(mZ); }), 13);
-}
-
-void TestKalibrierung::loweredCountsKeepTheValues()
-{
-    Kalibrierung document(german);
-    document.setPrüffelderAnzahl(5);
-    document.setPrüffeldPrüfpunkte(5, 6);
-    document.setMesswert(pmDirekt, 5, 6, 97.5);
-    document.setPrüffelderAnzahl(3);
-    document.setPrüffeldPrüfpunkte(5, 3);
-    QVERIFY(document.DataStore().exists(u"Messwert direktes Prüfmerkmal 5.6"));
-    document.setPrüffelderAnzahl(5);
-    document.setPrüffeldPrüfpunkte(5, 6);
-    QVERIFY(document.Messwert(pmDirekt, 5, 6) == Variant(97.5));
-}
-
-void TestKalibrierung::totalIsTheSumOfTheFieldsPoints()
-{
-    Kalibrierung document(german);
-    document.setPrüffelderAnzahl(4);
-    document.setPrüffeldPrüfpunkte(1, 3);
-    document.setPrüffeldPrüfpunkte(3, 10);
-    document.setPrüffeldPrüfpunkte(5, 100); // beyond the last field
-    QCOMPARE(document.PrüfpunkteTotal(), 3 + 4 + 10 + 4);
-}
-
-void TestKalibrierung::nameOfAField()
-{
-    Kalibrierung document(german);
-    document.setPrüffeldName(2, u"Prüffeld 2"_qs); // the default is not stored
-    verifyDefaults(document);
-    document.setPrüffeldName(2, u"Nordrand"_qs);
-    QCOMPARE(document.PrüffeldName(2), u"Nordrand"_qs);
-    QVERIFY(*document.DataStore().find(u"Bezeichnung Prüffeld 2") == Variant(u"Nordrand"_qs));
-    QVERIFY(document.IsDirty());
-    QCOMPARE(document.PrüffeldName(1), u"Prüffeld 1"_qs);
-    document.setPrüffeldName(2, u"Prüffeld 2"_qs); // an entry that exists takes every name
-    QVERIFY(*document.DataStore().find(u"Bezeichnung Prüffeld 2") == Variant(u"Prüffeld 2"_qs));
-    document.setPrüffeldName(2, QString());
-    QCOMPARE(document.PrüffeldName(2), QString());
-    document.DataStore().set(u"Bezeichnung Prüffeld 2"_qs, Null{});
-    QCOMPARE(document.PrüffeldName(2), QString());
-    QCOMPARE(document.PrüffeldWert(2), 2.0); // "Name Prüffeld" is the covariable, not the name
-}
-
-void TestKalibrierung::nameOfAPoint()
-{
-    Kalibrierung document(german);
-    document.setPrüfpunktName(3, u"Prüfpunkt 3"_qs);
-    verifyDefaults(document);
-    document.setPrüfpunktName(3, u"Achse"_qs);
-    QCOMPARE(document.PrüfpunktName(3), u"Achse"_qs);
-    QVERIFY(*document.DataStore().find(u"Bezeichnung Prüfpunkt 3") == Variant(u"Achse"_qs));
-    document.setIsDirty(false);
-    document.setPrüfpunktName(3, u"Achse"_qs);
-    QVERIFY(!document.IsDirty());
-    document.setPrüfpunktName(3, u"Prüfpunkt 3"_qs);
-    QVERIFY(document.IsDirty());
-    QCOMPARE(document.PrüfpunktName(3), u"Prüfpunkt 3"_qs);
-}
-
-void TestKalibrierung::pointKeyNeverChanges()
-{
-    Kalibrierung document(german);
-    document.setPrüfpunktName(3, u"Achse"_qs);
-    QCOMPARE(document.PrüfpunktKey(3), u"Prüfpunkt 3"_qs);
-    QCOMPARE(document.PrüfpunktKey(1234567), u"Prüfpunkt 1234567"_qs);
 }
 
 REGISTER_TEST(TestKalibrierung)

@@ -130,6 +130,8 @@ void RowsetRefusalTest::bytes_of_no_such_file_are_refused_data()
     QTest::newRow("only the first column") << with("name='Wert'", "name='Wert2'");
     QTest::newRow("only the second column") << with("name='Variable'", "name='variable'");
     QTest::newRow("a column twice") << with("name='Wert'", "name='Wert' rs:name='Variable'");
+    QTest::newRow("a column twice, under an alias")
+        << with("<s:extends", "<s:AttributeType name='c3' rs:name='Wert'/><s:extends");
     QTest::newRow("row type without a name") << with("ElementType name='row'", "ElementType");
     QTest::newRow("two row types") << with("</s:Schema>", "<s:ElementType name='r2'/></s:Schema>");
     QTest::newRow("row type within a row type")

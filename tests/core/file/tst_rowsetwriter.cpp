@@ -35,6 +35,8 @@ private slots:
     void characters_beyond_ascii_stand_for_themselves();
     void every_character_comes_back_through_both_parsers();
     void texts_that_look_like_markup_come_back();
+    void long_texts_come_back_whatever_they_grow_to_data();
+    void long_texts_come_back_whatever_they_grow_to();
     void character_that_no_file_can_hold_is_refused_data();
     void character_that_no_file_can_hold_is_refused();
     void refusal_shows_the_key_short_and_printable();
@@ -115,6 +117,27 @@ void RowsetWriterTest::texts_that_look_like_markup_come_back()
     const QByteArray file = written(rows);
     QCOMPARE(rowsOf(file), rows);
     QCOMPARE(rowsOfOtherParser(file), rows);
+}
+
+void RowsetWriterTest::long_texts_come_back_whatever_they_grow_to_data()
+{
+    QTest::addColumn<QString>("character");
+    QTest::newRow("escape") << u"\""_qs;
+    QTest::newRow("letter") << u"x"_qs;
+    QTest::newRow("two bytes") << u"ä"_qs;
+    QTest::newRow("three bytes") << u"€"_qs;
+    QTest::newRow("surrogates") << u"𝄞"_qs;
+    QTest::newRow("surrogates at odd places") << u"x𝄞"_qs;
+}
+
+void RowsetWriterTest::long_texts_come_back_whatever_they_grow_to()
+{
+    QFETCH(QString, character);
+    for (const qsizetype length : {1, 100, 4095, 4096, 4097, 8191, 8192, 8193, 1'000'000}) {
+        const QString text = character.repeated(length);
+        const Rows rows{{text, text}, {u"k"_qs + text, u"v"_qs + text}};
+        QVERIFY(rowsOf(written(rows)) == rows);
+    }
 }
 
 void RowsetWriterTest::character_that_no_file_can_hold_is_refused_data()

@@ -1,0 +1,61 @@
+#include "export/merkmalstexte.h"
+
+#include "core/kalibrierung.h"
+
+namespace {
+
+Prüfmerkmal &viewOf(Kalibrierung &document, MerkmalEnum merkmal)
+{
+    switch (merkmal) {
+    case mDirekt:
+        return document.DirektesPrüfmerkmal();
+    case mIndirekt:
+        return document.IndirektesPrüfmerkmal();
+    case mZ:
+        break;
+    }
+    return document.Kovariable();
+}
+
+// A text that some file has stored as no value at all reads as empty.
+template <typename Read>
+QString orEmpty(Read read)
+{
+    try {
+        return read();
+    } catch (const RunTimeError &) {
+        return {};
+    }
+}
+
+} // namespace
+
+QString merkmalsart(MerkmalEnum merkmal)
+{
+    switch (merkmal) {
+    case mDirekt:
+        return u"direktes Prüfmerkmal"_qs;
+    case mIndirekt:
+        return u"indirektes Prüfmerkmal"_qs;
+    case mZ:
+        break;
+    }
+    return QStringLiteral("Kovariable");
+}
+
+QString merkmalsbezeichnung(Kalibrierung &document, MerkmalEnum merkmal)
+{
+    return orEmpty([&] { return viewOf(document, merkmal).Bezeichung(); });
+}
+
+QString merkmalMitEinheit(Kalibrierung &document, MerkmalEnum merkmal)
+{
+    const QString name = merkmalsbezeichnung(document, merkmal).trimmed();
+    const QString unit = orEmpty([&] { return viewOf(document, merkmal).Einheit(); });
+    return unit.isEmpty() ? name : (name + u" ["_qs + unit + u']').trimmed();
+}
+
+QString merkmalsformat(Kalibrierung &document, MerkmalEnum merkmal)
+{
+    return orEmpty([&] { return document.MerkmalNumberFormat(merkmal); });
+}

@@ -1,0 +1,9 @@
+#include "protocol/pages/pageformat.h"
+
+#include <algorithm>
+
+double PageFormat::scale() const
+{
+    constexpr double narrowestUnscaled = 21.0;
+    return std::min(1.0, sheetWidth / narrowestUnscaled);
+}

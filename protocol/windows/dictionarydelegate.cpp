@@ -1,0 +1,97 @@
+#include "protocol/windows/dictionarydelegate.h"
+
+#include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <QTextBlock>
+
+#include <algorithm>
+
+DictionaryDelegate::DictionaryDelegate(QWidget &frame) : QStyledItemDelegate(&frame), m_frame(frame)
+{
+}
+
+void DictionaryDelegate::commit()
+{
+    if (!m_editor)
+        return;
+    emit commitData(m_editor);
+    emit closeEditor(m_editor, NoHint);
+}
+
+QWidget *DictionaryDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
+                                          const QModelIndex &index) const
+{
+    auto *editor = new QPlainTextEdit(&m_frame);
+    editor->setObjectName(u"txtEintrag"_qs);
+    editor->setAccessibleName(index.siblingAtColumn(0).data().toString());
+    editor->setTabChangesFocus(true);
+    editor->setProperty("viewport", QVariant::fromValue(parent));
+    m_editor = editor;
+    connect(editor, &QPlainTextEdit::textChanged, this, [this, editor] { grow(*editor); });
+    return editor;
+}
+
+void DictionaryDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
+{
+    auto *edit = static_cast<QPlainTextEdit *>(editor);
+    edit->setPlainText(index.data(Qt::EditRole).toString());
+    edit->selectAll();
+}
+
+// A text that was opened and left as it was keeps its line breaks, whatever kind they are.
+void DictionaryDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
+                                      const QModelIndex &index) const
+{
+    const auto *edit = static_cast<QPlainTextEdit *>(editor);
+    if (edit->document()->isModified())
+        model->setData(index, edit->toPlainText(), Qt::EditRole);
+}
+
+void DictionaryDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                                              const QModelIndex &) const
+{
+    const auto *viewport = editor->property("viewport").value<QWidget *>();
+    const QPoint corner = viewport->mapTo(&m_frame, option.rect.topLeft());
+    editor->setGeometry(QRect(corner, option.rect.size()));
+    grow(*static_cast<QPlainTextEdit *>(editor));
+    editor->raise();
+}
+
+void DictionaryDelegate::destroyEditor(QWidget *editor, const QModelIndex &index) const
+{
+    m_editor = nullptr; // it lives on until the event loop deletes it
+    QStyledItemDelegate::destroyEditor(editor, index);
+}
+
+void DictionaryDelegate::grow(QPlainTextEdit &editor) const
+{
+    constexpr int mostLines = 8;
+    const int lines = std::clamp(editor.document()->blockCount(), 1, mostLines);
+    const int borders =
+        2 * editor.frameWidth() + static_cast<int>(2 * editor.document()->documentMargin());
+    const int wanted = lines * editor.fontMetrics().lineSpacing() + borders;
+    const QRect inside = m_frame.rect();
+    const int height = std::min(std::max(editor.height(), wanted), inside.height());
+    const int top = std::min(editor.y(), inside.bottom() + 1 - height);
+    editor.setGeometry(editor.x(), std::max(top, 0), editor.width(), height);
+}
+
+bool DictionaryDelegate::eventFilter(QObject *object, QEvent *event)
+{
+    auto *editor = qobject_cast<QPlainTextEdit *>(object);
+    if (editor && event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        const bool isEnter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+        if (isEnter && key->modifiers().testFlag(Qt::ShiftModifier)) {
+            editor->insertPlainText(u"\n"_qs);
+            return true;
+        }
+        if (isEnter) {
+            emit commitData(editor);
+            emit closeEditor(editor, NoHint);
+            emit entered();
+            return true;
+        }
+    }
+    return QStyledItemDelegate::eventFilter(object, event);
+}
