@@ -31,8 +31,8 @@ public:
     /// Whether \a object is the editor or the line edit inside its combo box.
     bool isPartOfIt(const QObject *object) const;
 
-    /// How far inside a cell's frame of \a frame pixels the editor lies; a list brings its own.
-    int inset(int frame) const { return line() ? frame : 0; }
+    /// How far inside a cell's frame of \a frame pixels the editor lies; a list has one of its own.
+    int inset(int frame) const { return line() ? frame : frame / 2; }
     /// Before showing: \a watcher filters its events, texts stand as \a alignment says.
     void prepare(QObject *watcher, Qt::Alignment alignment);
     /// Opens with \a text. A list without it goes to the closest entry.

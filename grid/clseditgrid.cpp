@@ -51,6 +51,7 @@ void clsEditGrid::attachEditor(QWidget *widget)
 {
     if (!widget || !m_grid)
         return;
+    disconnect(widget, nullptr, this, nullptr);
     widget->hide();
     widget->setParent(m_grid);
     widget->installEventFilter(this);

@@ -180,6 +180,7 @@ private:
         int lastCol;
         std::optional<double> stamp; ///< seconds since midnight; none once the edit has ended
     };
+    struct OverPaste;
     /// What ends an edit decides where the current cell and the focus go.
     enum class Leaving { Commit, FocusLoss, TabForward, TabBackward };
 
@@ -210,6 +211,7 @@ private:
     void editorLeft(const QEvent &event);
     CellRange copiedRange(std::optional<int> startCol, std::optional<int> startRow,
                           std::optional<int> endCol, std::optional<int> endRow) const;
+    bool pasteLine(OverPaste &paste, bool fits);
     bool pasteCell(RowTracker &rows, int col, const QString &text);
     void clear(const CellRange &range);
 

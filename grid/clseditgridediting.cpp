@@ -3,6 +3,7 @@
 #include "grid/gridcontrol.h"
 #include "grid/griddelegate.h"
 #include "grid/gridmodel.h"
+#include "grid/redrawhold.h"
 
 #include <QGuiApplication>
 #include <QInputMethod>
@@ -200,14 +201,11 @@ void clsEditGrid::writeCommitted(OpenEdit &edit, const QString &text)
 
     const QPointer<clsEditGrid> self(this);
     const QPointer<GridControl> grid = m_grid;
-    const bool redraw = grid->redraw();
-    grid->setRedraw(false);
+    const RedrawHold hold(grid);
     do {
         for (int col = firstCol; col <= lastCol && self && grid && grid == m_grid; ++col)
             commitCell(rows, col, text);
     } while (self && grid && grid == m_grid && rows.next());
-    if (grid)
-        grid->setRedraw(redraw);
 }
 
 void clsEditGrid::commitCell(RowTracker &rows, int col, const QString &text)

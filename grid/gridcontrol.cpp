@@ -114,6 +114,18 @@ void GridControl::setTextMatrix(int row, int col, const QString &text)
     m_model->setText(row, col, text);
 }
 
+QString GridControl::rangeText(const CellRange &range, const QString &colTerminator,
+                               const QString &rowTerminator) const
+{
+    QString text;
+    for (int row = range.firstRow; row <= range.lastRow; ++row) {
+        for (int col = range.firstCol; col <= range.lastCol; ++col)
+            text += (col > range.firstCol ? colTerminator : QString()) + textMatrix(row, col);
+        text += rowTerminator;
+    }
+    return text;
+}
+
 void GridControl::addItem(const QString &line, int row)
 {
     m_model->insertRows(row < 0 ? rows() : row, {line.split(u'\t')});

@@ -53,6 +53,10 @@ public:
     QString textMatrix(int row, int col) const;
     /// Raises no event; does nothing outside of the grid.
     void setTextMatrix(int row, int col, const QString &text);
+    /// The texts of \a range, the cells of a row parted by \a colTerminator, every row ended by
+    /// \a rowTerminator.
+    QString rangeText(const CellRange &range, const QString &colTerminator,
+                      const QString &rowTerminator) const;
     /// Inserts a row before \a row, or last without one. The line's tabs part its cells; what goes
     /// beyond the last column is dropped. Rows can't be inserted among the fixed ones.
     void addItem(const QString &line, int row = -1);

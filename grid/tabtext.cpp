@@ -71,10 +71,10 @@ std::optional<Cell> quotedCell(const QString &text, qsizetype at)
 
 Cell plainCell(const QString &text, qsizetype at)
 {
-    qsizetype end = at;
-    while (end < text.size() && text.at(end) != u'\t' && !isLineBreak(text.at(end)))
-        ++end;
-    return {withoutControls(QStringView(text).sliced(at, end - at)), end};
+    const auto from = text.cbegin() + at;
+    const auto end =
+        std::find_if(from, text.cend(), [](QChar c) { return c == u'\t' || isLineBreak(c); });
+    return {withoutControls(QStringView(from, end)), end - text.cbegin()};
 }
 
 } // namespace
@@ -102,26 +102,27 @@ QStringList lines(const QString &text)
     return all;
 }
 
-QList<QStringList> cells(const QString &text)
+bool CellReader::nextRow()
 {
-    QList<QStringList> rows;
-    qsizetype at = 0;
-    while (at < text.size()) {
-        QStringList row;
-        for (bool more = true; more;) {
-            const std::optional<Cell> quoted =
-                at < text.size() && text.at(at) == u'"' ? quotedCell(text, at) : std::nullopt;
-            const Cell cell = quoted ? *quoted : plainCell(text, at);
-            row.append(cell.text);
-            at = cell.end;
-            more = at < text.size() && text.at(at) == u'\t';
-            at += more ? 1 : 0;
-        }
-        rows.append(row);
-        if (at < text.size())
-            at = behindLineBreak(text, at);
-    }
-    return rows;
+    if (m_inRow && m_at < m_text.size())
+        m_at = behindLineBreak(m_text, m_at);
+    m_inRow = m_at < m_text.size();
+    m_moreCells = m_inRow;
+    return m_inRow;
+}
+
+std::optional<QString> CellReader::nextCell()
+{
+    if (!m_moreCells)
+        return std::nullopt;
+    const bool marked = m_at < m_text.size() && m_text.at(m_at) == u'"';
+    std::optional<Cell> cell = marked ? quotedCell(m_text, m_at) : std::nullopt;
+    if (!cell)
+        cell = plainCell(m_text, m_at);
+    m_at = cell->end;
+    m_moreCells = m_at < m_text.size() && m_text.at(m_at) == u'\t';
+    m_at += m_moreCells ? 1 : 0;
+    return std::move(cell->text);
 }
 
 } // namespace tabtext

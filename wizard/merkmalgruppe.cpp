@@ -49,7 +49,7 @@ Merkmalgruppe::Merkmalgruppe(const MerkmalTexte &texts, const Values &values, QW
 void Merkmalgruppe::addBox(QGridLayout &grid, std::size_t column, QWidget *box)
 {
     auto *label = new QLabel(m_texts.labels.at(column), this);
-    label->setBuddy(box);
+    label->setBuddy(box->focusProxy() ? box->focusProxy() : box);
     grid.addWidget(label, 0, static_cast<int>(column));
     grid.addWidget(box, 1, static_cast<int>(column));
 }

@@ -47,15 +47,29 @@ void SeiteMesswerte::fill()
     m_notice->setText(shownLines(trouble));
     m_notice->setVisible(!trouble.isEmpty());
     m_filled.clear();
-    m_table->setColumns(
-        {u"Prüffeld"_qs, u"Prüfpunkt"_qs,
-         u"Direktes Prüfmerkmal\n"_qs + document().DirektesPrüfmerkmal().Bezeichung(),
-         u"Indirektes Prüfmerkmal\n"_qs + document().IndirektesPrüfmerkmal().Bezeichung()},
-        2, std::array{6.0, 3.0, 4.0, 4.0});
+    setColumns();
     m_table->grid().setColAlignment(DirectColumn, Qt::AlignRight);
     m_table->grid().setColAlignment(IndirectColumn, Qt::AlignRight);
     m_table->grid().setSourcedRows(m_firstRows.back(), [this](int row) { return rowTexts(row); });
     m_table->showCell(firstRow, DirectColumn);
+}
+
+// Every column gets as much as its texts need, none starves for a very long name.
+void SeiteMesswerte::setColumns()
+{
+    const QString direct = document().DirektesPrüfmerkmal().Bezeichung();
+    const QString indirect = document().IndirektesPrüfmerkmal().Bezeichung();
+    const QString label =
+        u"88 (%1 = 88)"_qs.arg(document().Kovariable().Bezeichung()); // a usual field
+    const double em = fontMetrics().height();
+    const auto weight = [&](const QString &text) {
+        return std::clamp(fontMetrics().horizontalAdvance(text) + em, 8.0 * em, 24.0 * em);
+    };
+    m_table->setColumns({u"Prüffeld"_qs, u"Prüfpunkt"_qs, u"Direktes Prüfmerkmal\n"_qs + direct,
+                         u"Indirektes Prüfmerkmal\n"_qs + indirect},
+                        2,
+                        std::array{weight(label), weight(document().PrüfpunktName(1)),
+                                   weight(direct), weight(indirect)});
 }
 
 void SeiteMesswerte::readFieldSizes()

@@ -43,6 +43,7 @@ private:
         std::int32_t point;
     };
 
+    void setColumns();
     void readFieldSizes();
     Place place(int row) const;
     QStringList rowTexts(int row);

@@ -53,7 +53,7 @@ SeiteParameter::SeiteParameter(const Seitenkontext &context, QWidget *parent)
     m_fieldCount->setAccessibleTexts(u"Anzahl der Prüffelder"_qs);
     focusChecks().add(m_fieldCount->box(), [this] { return checkFieldCount(); });
     auto *label = new QLabel(u"Anzahl der &Prüffelder:"_qs, this);
-    label->setBuddy(m_fieldCount);
+    label->setBuddy(m_fieldCount->box());
     auto *row = new QHBoxLayout;
     row->addWidget(label);
     row->addWidget(m_fieldCount);

@@ -9,6 +9,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QTableView>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -58,9 +59,6 @@ SeitePrueffelder::SeitePrueffelder(const Seitenkontext &context, QWidget *parent
     row->addWidget(labelled(u"&Namen der Prüfpunkte:"_qs, m_points), 2);
     column->addLayout(row, 1);
 
-    m_fields->grid().setColAlignment(PointsColumn, Qt::AlignRight);
-    m_fields->grid().setColAlignment(ValueColumn, Qt::AlignRight);
-    m_points->grid().setColAlignment(numberColumn, Qt::AlignRight);
     connect(m_fields, &Tabelle::AfterCellEdit, this, &SeitePrueffelder::fieldEdited);
     connect(m_fields, &Tabelle::changed, this, [this] {
         // Once for many cells that are cleared one by one.
@@ -78,7 +76,7 @@ QWidget *SeitePrueffelder::labelled(const QString &caption, Tabelle *table)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(fontMetrics().height() / 4);
     auto *label = new QLabel(caption, area);
-    label->setBuddy(table);
+    label->setBuddy(table->grid().table());
     column->addWidget(label);
     column->addWidget(table, 1);
     return area;
@@ -102,6 +100,7 @@ void SeitePrueffelder::fill()
     m_filledPoints.clear();
     m_hiddenPoints.clear();
     m_points->setColumns({u"Nr."_qs, u"Prüfpunkt"_qs}, 1, std::array{1.0, 4.0});
+    m_points->grid().setColAlignment(numberColumn, Qt::AlignRight);
     m_points->grid().setSourcedRows(1, [this](int row) { return pointRow(row); });
     showPoints();
 }
@@ -113,6 +112,8 @@ void SeitePrueffelder::fillFields(std::int32_t count)
     m_fields->setColumns(
         {u"Prüffeld"_qs, u"Anzahl Prüfpunkte"_qs, document().Kovariable().Bezeichung()}, 0,
         std::array{3.0, 2.0, 3.0});
+    m_fields->grid().setColAlignment(PointsColumn, Qt::AlignRight);
+    m_fields->grid().setColAlignment(ValueColumn, Qt::AlignRight);
     m_fields->grid().setSourcedRows(count + 1, [this](int row) { return fieldRow(row); });
     m_fields->showCell(1, NameColumn);
 }

@@ -59,6 +59,8 @@ private slots:
     void aComboEditorThatNobodyTouchedChangesNothing();
     void focusColorsAreTheEditorsWhileItIsShown();
     void itemDataStaysWithItsNumbers();
+    void anUnchangedTextOfTwoLinesStays();
+    void anotherGridTakesOver();
 };
 
 void TestEditing::hasTheDefaultOptions()
@@ -756,6 +758,34 @@ void TestEditing::itemDataStaysWithItsNumbers()
     QVERIFY(!f.edit->ItemDataMatrix(5, 3).isValid());
     f.edit->ItemDataMatrixClear();
     QVERIFY(!f.edit->ItemDataMatrix(3, 5).isValid());
+}
+
+void TestEditing::anUnchangedTextOfTwoLinesStays()
+{
+    EditGridFixture f;
+    f.show();
+    f.grid->setTextMatrix(1, 0, u"oben\nunten"_qs);
+    f.edit->BeginEdit();
+    f.key(Qt::Key_Return);
+    QCOMPARE(f.grid->textMatrix(1, 0), u"oben\nunten"_qs);
+}
+
+void TestEditing::anotherGridTakesOver()
+{
+    EditGridFixture f;
+    auto *second = new GridControl(f.window.get());
+    f.window->layout()->addWidget(second);
+    f.edit->setMSFlexGrid(second);
+    f.show();
+    f.type(u"x"_qs);
+    QVERIFY(f.takeEvents().isEmpty());
+    second->setFocus();
+    f.type(u"neu"_qs);
+    QCOMPARE(f.editor->parentWidget(), second);
+    f.key(Qt::Key_Return);
+    QCOMPARE(second->textMatrix(1, 0), u"neu"_qs);
+    QCOMPARE(f.takeEvents(), QStringList({u"BeforeCellEdit 1,0 "_qs, u"AfterCellEdit 1,0 neu"_qs,
+                                          u"ProcessReady"_qs}));
 }
 
 REGISTER_TEST(TestEditing)

@@ -147,7 +147,7 @@ void TestEditLifetime::aPageHiddenInMidEditLosesNothing()
 {
     EditGridFixture f;
     auto *page = new QWidget;
-    f.window->layout()->replaceWidget(f.grid, page);
+    delete f.window->layout()->replaceWidget(f.grid, page);
     f.grid->setParent(page);
     f.show();
     f.edit->BeginEdit();

@@ -172,6 +172,7 @@ void TestHauptfenster::everyLabelLeadsToItsBox()
         if (!label->text().endsWith(u':') || !label->isVisible())
             continue;
         QVERIFY2(label->buddy(), qPrintable(label->text()));
+        QVERIFY2(label->buddy()->focusPolicy() != Qt::NoFocus, qPrintable(label->text()));
         ++boxes;
     }
     QCOMPARE(boxes, 13);
