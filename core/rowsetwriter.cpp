@@ -53,6 +53,9 @@ constexpr std::array<std::string_view, 0x80> makeAsciiTexts()
 constexpr std::array<std::string_view, 0x80> asciiTexts = makeAsciiTexts();
 
 constexpr qsizetype longestText = 6; // bytes for one UTF-16 unit, or for both of a pair
+static_assert(std::all_of(asciiTexts.begin(), asciiTexts.end(), [](std::string_view text) {
+    return static_cast<qsizetype>(text.size()) <= longestText;
+}));
 
 // Writes a code point above ASCII as UTF-8. \returns the position behind it.
 char *putUtf8(char *out, char32_t c)
