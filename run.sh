@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Sets everything up, builds the program and runs its main job.
-set -eu
+set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/packages.sh
 ensure_packages "${build_packages[@]}"

@@ -22,11 +22,11 @@ ensure_packages() {
   [ ${#missing[@]} -eq 0 ] && return 0
   local as_root=()
   if [ "$(id -u)" -ne 0 ]; then
-    if ! command -v sudo >/dev/null 2>&1; then
+    if ! command -v sudo >/dev/null 2>&1 || ! sudo -n true 2>/dev/null; then
       echo "These packages are missing, and installing them needs root: ${missing[*]}" >&2
       exit 1
     fi
-    as_root=(sudo)
+    as_root=(sudo -n)
   fi
   echo "Installing: ${missing[*]}"
   "${as_root[@]}" apt-get update -qq
