@@ -2,6 +2,9 @@
 #include "core/kalibrierung.h"
 #include "tests/support/testregistry.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -119,6 +122,68 @@ private slots:
         QCOMPARE(result.code, 1);
         QVERIFY(result.errors.contains("(76)"));
         QVERIFY(result.output.contains("\"gut\""));
+    }
+
+    void everyFileBecomesASpreadsheetBesideItsReport()
+    {
+        QTemporaryDir folder;
+        const QString good = exampleFile(u"verdichtungsgrad.xml"_qs);
+        Optionen run = options({good, exampleFile(u"fehlt.xml"_qs), good});
+        run.tabelle = folder.filePath(u"neu/tabellen"_qs);
+        run.parallel = 2;
+        const Ergebnis result = laufe(run);
+        QCOMPARE(result.code, 1);
+        QCOMPARE(result.errors.count('\n'), 1);
+        QCOMPARE(result.output.count('\n'), 3);
+        QCOMPARE(QDir(run.tabelle).entryList(QDir::Files, QDir::Name),
+                 QStringList({u"verdichtungsgrad (2).xlsx"_qs, u"verdichtungsgrad.xlsx"_qs}));
+    }
+
+    void aSpreadsheetThatCannotBeWrittenFailsButTheReportComes()
+    {
+        QTemporaryDir folder;
+        Optionen run = options({exampleFile(u"verdichtungsgrad.xml"_qs)});
+        run.tabelle = folder.filePath(u"fehlt/a.xlsx"_qs);
+        const Ergebnis result = laufe(run);
+        QCOMPARE(result.code, 1);
+        QCOMPARE(QString::fromUtf8(result.errors), u"kalibrierung-auswertung: "_qs + run.tabelle +
+                                                       u": Pfad nicht gefunden (76)\n"_qs);
+        QVERIFY(result.output.contains("\"gut\""));
+    }
+
+    void aCalibrationIsNeverOverwrittenByItsSpreadsheet()
+    {
+        QTemporaryDir folder;
+        const QString file = folder.filePath(u"a.xml"_qs);
+        QVERIFY(QFile::copy(exampleFile(u"verdichtungsgrad.xml"_qs), file));
+        const qint64 size = QFileInfo(file).size();
+        Optionen run = options({file});
+        run.tabelle = folder.filePath(u"./a.xml"_qs);
+        const Ergebnis result = laufe(run);
+        QCOMPARE(result.code, 2);
+        QVERIFY(result.errors.contains("ist eine der angegebenen Dateien."));
+        QVERIFY(result.output.isEmpty());
+        QCOMPARE(QFileInfo(file).size(), size);
+    }
+
+    void spreadsheetDoesNotChangeTheReport()
+    {
+        QTemporaryDir folder;
+        Optionen run = options({exampleFile(u"verdichtungsgrad.xml"_qs)});
+        const QByteArray alone = laufe(run).output;
+        run.tabelle = folder.filePath(u"a.xlsx"_qs);
+        QCOMPARE(laufe(run).output, alone);
+    }
+
+    void csvHasItsHeadingOnce()
+    {
+        const QString good = exampleFile(u"verdichtungsgrad.xml"_qs);
+        const Ergebnis result =
+            laufe(options({exampleFile(u"fehlt.xml"_qs), good, good}, Optionen::Format::Csv));
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.output.startsWith("datei;gruppe;"));
+        QCOMPARE(result.output.count("datei;gruppe;"), 1);
+        QCOMPARE(result.output.count('\n'), 1 + 1 + 2 * 29);
     }
 
     void nothingOfOneFileReachesTheNext()
