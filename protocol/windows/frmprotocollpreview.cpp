@@ -151,6 +151,8 @@ void frmProtocollPreview::pageBegun(const std::shared_ptr<Page> &page, std::int3
 void frmProtocollPreview::pageCompleted(const std::shared_ptr<Page> &page)
 {
     m_stack->refresh(page->number);
+    if (page->number == 1)
+        m_slices.pause(); // the first page is shown while the others are composed
 }
 
 void frmProtocollPreview::report(const std::exception_ptr &error)

@@ -37,6 +37,7 @@ void Slices::runSlice()
     if (m_inSlice || !m_step)
         return;
     m_inSlice = true;
+    m_paused = false;
     const int generation = m_generation;
     const Step step = m_step; // outlives a drop() from within
     std::exception_ptr error;
@@ -44,7 +45,8 @@ void Slices::runSlice()
     QElapsedTimer time;
     time.start();
     try {
-        while (more && generation == m_generation && time.elapsed() < sliceMilliseconds)
+        while (more && !m_paused && generation == m_generation &&
+               time.elapsed() < sliceMilliseconds)
             more = step();
     } catch (...) {
         error = std::current_exception(); // must not reach the event loop
