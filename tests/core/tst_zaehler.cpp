@@ -105,6 +105,14 @@ void TestZaehler::negativeCountsAreAnEmptySample()
     QCOMPARE(document.StatistikMittelwert(mDirekt), 2.0);
     QCOMPARE(document.StatistikMittelwert(mZ), 1.0);
     QCOMPARE(document.StatistikVarianz(mDirekt), 1.0);
+
+    // Nothing but negative counts, and one that must not make room for others.
+    document.DataStore().set(u"Prüffeld Prüfpunktanzahl 1"_qs, u"-3"_qs);
+    QVERIFY_SAME_BITS(document.StatistikMittelwert(mDirekt), 0.0);
+    QVERIFY_SAME_BITS(document.StatistikVarianz(mZ), 0.0);
+    document.DataStore().set(u"Prüffeld Prüfpunktanzahl 1"_qs, u"-2147483648"_qs);
+    document.DataStore().set(points, u"1000001"_qs);
+    QCOMPARE(errorOf([&] { document.StatistikMittelwert(mZ); }), 6);
 }
 
 void TestZaehler::evaluatedPointsAreThoseOfTheSamples()
