@@ -59,7 +59,6 @@ frmAssistent::frmAssistent(Kalibrierung &document, const AssistentDienste &servi
 {
     setObjectName(QStringLiteral("frmAssistent"));
     setAcceptDrops(true);
-    setWindowIcon(bilder::programmsymbol());
     m_services.help.setHelpFile(m_services.programFolder + u"/Wendral.chm"_qs);
     buildPanels();
     buildMenus();
@@ -373,6 +372,17 @@ void frmAssistent::fileNameChanged()
 void frmAssistent::fileOpened(const QString &path)
 {
     m_recentFiles->refresh(path);
+}
+
+bool frmAssistent::event(QEvent *event)
+{
+    const bool handled = QMainWindow::event(event);
+    if (event->type() == QEvent::Paint && windowIcon().isNull()) {
+        // After the first picture of the window, which need not wait for it.
+        QMetaObject::invokeMethod(
+            this, [this] { setWindowIcon(bilder::programmsymbol()); }, Qt::QueuedConnection);
+    }
+    return handled;
 }
 
 void frmAssistent::closeEvent(QCloseEvent *event)

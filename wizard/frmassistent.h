@@ -54,6 +54,7 @@ public:
     void egMesswerte_AfterCellEdit(int row, int col, QString &newText, bool &cancel);
 
 protected:
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;

@@ -13,12 +13,12 @@
 
 namespace {
 
+// Not wrapped: this page is in sight when the program starts, and wrapping costs time.
 QLabel *label(const QString &name, const QString &text, qreal scale, bool bold, QWidget *parent)
 {
     auto *made = new QLabel(text, parent);
     made->setObjectName(name);
     made->setTextFormat(Qt::PlainText);
-    made->setWordWrap(true);
     QFont font = made->font();
     font.setPointSizeF(font.pointSizeF() * scale);
     font.setBold(bold);
@@ -62,8 +62,8 @@ QWidget *SeiteWillkommen::texts()
                             shownLines(basKalibrierungWendral::TitleText(0)), 1.0, false, area));
     column->addStretch(1);
     column->addWidget(label(QStringLiteral("labAblauf"),
-                            u"Der Assistent führt Sie in fünf Schritten von den Prüfmerkmalen "
-                            u"über die Messwerte bis zum Protokoll."_qs,
+                            u"Der Assistent führt Sie in fünf Schritten\n"
+                            u"von den Prüfmerkmalen über die Messwerte bis zum Protokoll."_qs,
                             1.0, false, area));
     column->addStretch(2);
     auto *foot = new QHBoxLayout;

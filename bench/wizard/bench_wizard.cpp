@@ -3,6 +3,7 @@
 
 #include "core/kalibrierung.h"
 #include "wizard/assistentdienste.h"
+#include "wizard/ctlassistent.h"
 #include "wizard/frmassistent.h"
 #include "wizard/qtdialogs.h"
 
@@ -99,6 +100,101 @@ void startToFirstPaint(benchmark::State &state)
     state.counters["wizard_ms"] = median(wizard) * 1000.0;
     state.counters["ratio"] = median(wizard) / median(empty);
 }
+// A window on a made-up document, shown.
+class OpenWindow
+{
+public:
+    OpenWindow(int fields, int points)
+        : m_settings(m_folder.filePath(QStringLiteral("s.ini")), QSettings::IniFormat)
+        , m_document(QLocale(QLocale::German, QLocale::Germany))
+    {
+        for (Prüfmerkmal *m :
+             {&m_document.DirektesPrüfmerkmal(), &m_document.IndirektesPrüfmerkmal()}) {
+            m->setName(QStringLiteral("Beispiel"));
+            m->setFormelzeichen(QStringLiteral("B"));
+            m->setEinheit(QStringLiteral("%"));
+        }
+        m_document.setPrüffelderAnzahl(fields);
+        for (int field = 1; field <= fields; ++field) {
+            m_document.setPrüffeldPrüfpunkte(field, points);
+            for (int point = 1; point <= points; ++point) {
+                m_document.setMesswert(pmDirekt, field, point, 95.0 + field + point / 8.0);
+                m_document.setMesswert(pmIndirekt, field, point, 20.0 + 5.0 * field + point / 4.0);
+            }
+        }
+        m_window = std::make_unique<frmAssistent>(
+            m_document, AssistentDienste{m_dialogs, m_settings, m_help, m_folder.path()});
+        m_window->resize(900, 650);
+        m_window->show();
+        QCoreApplication::processEvents();
+        m_frame = m_window->findChild<ctlAssistent *>();
+    }
+
+    int page() const { return m_frame->property("Tag").toInt(); }
+
+    /// Seconds of one step, the painted page included.
+    double step(int direction)
+    {
+        const auto start = std::chrono::steady_clock::now();
+        m_frame->GoToPage(direction);
+        QCoreApplication::processEvents();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    }
+    void goTo(int target)
+    {
+        while (page() != target)
+            step(page() < target ? 1 : -1);
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QSettings m_settings;
+    QtDialogs m_dialogs;
+    NoHelp m_help;
+    Kalibrierung m_document;
+    std::unique_ptr<frmAssistent> m_window;
+    ctlAssistent *m_frame = nullptr;
+};
+
+// The page of the measured values with 10,000 points beside the same with 12.
+void enterValuesPage(benchmark::State &state)
+{
+    OpenWindow small(3, 4);
+    OpenWindow large(100, 100);
+    small.goTo(3); // builds the pages
+    large.goTo(3);
+    std::vector<double> smallTimes;
+    std::vector<double> largeTimes;
+    for (auto _ : state) {
+        small.goTo(2);
+        large.goTo(2);
+        smallTimes.push_back(small.step(1));
+        largeTimes.push_back(large.step(1));
+        state.SetIterationTime(largeTimes.back());
+    }
+    state.counters["small_ms"] = median(smallTimes) * 1000.0;
+    state.counters["large_ms"] = median(largeTimes) * 1000.0;
+    state.counters["ratio"] = median(largeTimes) / median(smallTimes);
+}
+BENCHMARK(enterValuesPage)->UseManualTime()->Iterations(25)->Unit(benchmark::kMillisecond);
+
+// One step forward onto every page of a usual calibration, built before.
+void pageChange(benchmark::State &state)
+{
+    const auto target = static_cast<int>(state.range(0));
+    OpenWindow window(6, 8);
+    window.goTo(5);
+    for (auto _ : state) {
+        window.goTo(target - 1);
+        state.SetIterationTime(window.step(1));
+    }
+}
+BENCHMARK(pageChange)
+    ->DenseRange(1, 5)
+    ->UseManualTime()
+    ->Iterations(25)
+    ->Unit(benchmark::kMillisecond);
+
 BENCHMARK(startToFirstPaint)->UseManualTime()->Iterations(25)->Unit(benchmark::kMillisecond);
 
 } // namespace
