@@ -426,6 +426,7 @@ private slots:
         QVERIFY(texts.last().contains(u"3 Statistische Auswertung"_qs));
         QVERIFY(preview.window.isVisible());
         preview.click(u"refresh"_qs);
+        preview.settle();
         QCOMPARE(preview.services.messages.size(), std::size_t{2});
     }
 
