@@ -143,9 +143,14 @@ void frmProtocollPreview::pageBegun(const std::shared_ptr<Page> &page, std::int3
 {
     m_stack->append(page);
     placeScrollBars();
+    reportNewPage(page->number, pageCount);
+}
+
+void frmProtocollPreview::reportNewPage(std::int32_t number, std::int32_t pageCount)
+{
     if (m_debugMode)
         m_services.message(this, ProtocolServices::Icon::Information, u"Debug-Modus"_qs,
-                           u"Seite %1\r\nSeitenzahl: %2"_qs.arg(page->number).arg(pageCount + 1));
+                           u"Seite %1\r\nSeitenzahl: %2"_qs.arg(number).arg(pageCount + 1));
 }
 
 void frmProtocollPreview::pageCompleted(const std::shared_ptr<Page> &page)

@@ -55,6 +55,9 @@ private:
     void pageBegun(const std::shared_ptr<Page> &page, std::int32_t pageCount) override;
     void pageCompleted(const std::shared_ptr<Page> &page) override;
 
+    /// In debug mode each new page, on screen or paper, says which it is.
+    void reportNewPage(std::int32_t number, std::int32_t pageCount);
+
     void Form_Load();
     void cboZoom_Change();
     void picWorkspace_KeyDown(int key);

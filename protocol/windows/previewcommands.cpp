@@ -50,6 +50,9 @@ void frmProtocollPreview::print()
     m_slices.drop();
     takeSheetFrom(printer());
     m_printPages = std::make_unique<PrintPages>(printer());
+    m_printPages->onPageBegun = [this](std::int32_t number, std::int32_t pageCount) {
+        reportNewPage(number, pageCount);
+    };
     m_run = std::make_unique<ProtocolRun>(*m_document, options(), *m_printPages);
     m_slices.start(
         [this] {

@@ -40,5 +40,5 @@ private:
     Ended m_ended;
     bool m_inSlice = false; ///< a step may run an event loop of its own
     bool m_paused = false;
-    int m_generation = 0;   ///< tells a work that was replaced during its own step
+    int m_generation = 0; ///< tells a work that was replaced during its own step
 };

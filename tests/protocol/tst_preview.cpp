@@ -426,6 +426,7 @@ private slots:
         QVERIFY(texts.last().contains(u"3 Statistische Auswertung"_qs));
         QVERIFY(preview.window.isVisible());
         preview.click(u"refresh"_qs);
+        preview.settle();
         QCOMPARE(preview.services.messages.size(), std::size_t{2});
     }
 
@@ -468,6 +469,17 @@ private slots:
         QCOMPARE(preview.services.messages.at(1).text, u"Seite 2\r\nSeitenzahl: 2"_qs);
         QVERIFY(preview.pageTexts().at(0).contains(u"DrawDest 1"_qs));
         QVERIFY(preview.pageTexts().at(0).contains(u"Seite 1"_qs));
+
+        const QTemporaryDir folder;
+        preview.services.messages.clear();
+        preview.services.onChoosePrinter = [&](QPrinter &printer) {
+            printer.setOutputFormat(QPrinter::PdfFormat);
+            printer.setOutputFileName(folder.filePath(u"druck.pdf"_qs));
+            return true;
+        };
+        preview.click(u"print"_qs);
+        preview.settle();
+        QCOMPARE(preview.services.messages.size(), 2 * count); // on paper, then on screen again
     }
 
     void editedDataAreShownAfterOkAndNotAfterCancel()
