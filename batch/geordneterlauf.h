@@ -15,7 +15,9 @@
 /// numbers.
 ///
 /// Only a few results wait for an earlier one to be taken: nobody begins a piece that lies further
-/// ahead, so that memory does not grow with the number of pieces.
+/// ahead, so that memory does not grow with the number of pieces. The thread that has done the
+/// piece whose turn it is takes it and what waits behind it; a thread of its own for taking would
+/// cost two switches a piece.
 template <typename Result>
 class GeordneterLauf
 {
@@ -23,30 +25,27 @@ public:
     /// Does the piece of a number, for one thread that keeps what it needs inside.
     using Arbeiter = std::function<Result(std::size_t)>;
 
-    /// Runs the pieces 0 to \a count - 1 on \a threads threads, each with a worker that \a
-    /// makeWorker makes on it, and calls \a take on the calling thread. One thread is the calling
-    /// one. What a worker throws is thrown where its result would have been taken; what follows is
-    /// not done.
+    /// Runs the pieces 0 to \a count - 1 on \a threads threads, the calling one among them, each
+    /// with a worker that \a makeWorker makes on it. Calls \a take for one result after the other,
+    /// never for two at a time, on any of the threads. What a worker or \a take throws ends the run
+    /// in its place and is thrown here.
     static void laufe(std::size_t count, unsigned threads,
                       const std::function<Arbeiter()> &makeWorker,
                       const std::function<void(Result)> &take)
     {
-        if (threads <= 1 || count <= 1) {
-            const Arbeiter work = makeWorker();
-            for (std::size_t i = 0; i < count; ++i)
-                take(work(i));
-            return;
+        GeordneterLauf run(count, threads, makeWorker, take);
+        {
+            std::vector<std::jthread> others;
+            try {
+                for (unsigned i = 1; i < threads && i < count; ++i)
+                    others.emplace_back([&run] { run.arbeite(); });
+            } catch (const std::system_error &) {
+                // The system gives no more threads: those that are there do all.
+            }
+            run.arbeite();
         }
-        GeordneterLauf run(count, threads);
-        std::vector<std::jthread> workers;
-        try {
-            run.starte(workers, threads, makeWorker);
-            for (std::size_t i = 0; i < count; ++i)
-                take(run.naechstes(i));
-        } catch (...) {
-            run.beende();
-            throw;
-        }
+        if (run.m_error)
+            std::rethrow_exception(run.m_error);
     }
 
 private:
@@ -57,36 +56,25 @@ private:
         bool filled() const { return result || error; }
     };
 
-    GeordneterLauf(std::size_t count, unsigned threads) : m_count(count), m_places(4 * threads) {}
-
-    // Goes on with fewer threads where the system gives no more.
-    void starte(std::vector<std::jthread> &workers, unsigned threads,
-                const std::function<Arbeiter()> &makeWorker)
+    GeordneterLauf(std::size_t count, unsigned threads, const std::function<Arbeiter()> &makeWorker,
+                   const std::function<void(Result)> &take)
+        : m_count(count), m_makeWorker(makeWorker), m_take(take), m_places(4 * threads)
     {
-        try {
-            for (unsigned i = 0; i < threads && i < m_count; ++i)
-                workers.emplace_back([this, &makeWorker] { arbeite(makeWorker); });
-        } catch (const std::system_error &) {
-            if (workers.empty())
-                throw;
-        }
     }
 
-    void arbeite(const std::function<Arbeiter()> &makeWorker)
+    void arbeite()
     {
         Arbeiter work;
         while (const std::optional<std::size_t> number = beginne()) {
             Platz place;
             try {
                 if (!work)
-                    work = makeWorker();
+                    work = m_makeWorker();
                 place.result = work(*number);
             } catch (...) {
                 place.error = std::current_exception();
             }
-            const std::lock_guard lock(m_mutex);
-            m_places[*number % m_places.size()] = std::move(place);
-            m_filled.notify_one();
+            lege(*number, std::move(place));
         }
     }
 
@@ -95,39 +83,52 @@ private:
     {
         std::unique_lock lock(m_mutex);
         m_free.wait(lock, [this] {
-            return m_stopped || m_next == m_count || m_next < m_taken + m_places.size();
+            return m_error || m_next == m_count || m_next < m_taken + m_places.size();
         });
-        if (m_stopped || m_next == m_count)
+        if (m_error || m_next == m_count)
             return std::nullopt;
         return m_next++;
     }
 
-    Result naechstes(std::size_t number)
+    // Puts a result in its place, and takes all whose turn it is unless another thread is at it.
+    void lege(std::size_t number, Platz place)
     {
         std::unique_lock lock(m_mutex);
-        Platz &place = m_places[number % m_places.size()];
-        m_filled.wait(lock, [&] { return place.filled(); });
-        Platz taken = std::exchange(place, {});
-        ++m_taken;
-        m_free.notify_all();
-        if (taken.error)
-            std::rethrow_exception(taken.error);
-        return std::move(*taken.result);
+        m_places[number % m_places.size()] = std::move(place);
+        if (m_taking)
+            return;
+        m_taking = true;
+        while (!m_error && m_places[m_taken % m_places.size()].filled()) {
+            Platz next = std::exchange(m_places[m_taken % m_places.size()], {});
+            lock.unlock();
+            nimm(next);
+            lock.lock();
+            ++m_taken;
+            m_error = next.error;
+            m_free.notify_all();
+        }
+        m_taking = false;
     }
 
-    void beende()
+    void nimm(Platz &place)
     {
-        const std::lock_guard lock(m_mutex);
-        m_stopped = true;
-        m_free.notify_all();
+        if (place.error)
+            return;
+        try {
+            m_take(std::move(*place.result));
+        } catch (...) {
+            place.error = std::current_exception();
+        }
     }
 
     std::size_t m_count;
+    const std::function<Arbeiter()> &m_makeWorker;
+    const std::function<void(Result)> &m_take;
     std::mutex m_mutex;
-    std::condition_variable m_filled;
     std::condition_variable m_free;
     std::vector<Platz> m_places; ///< a ring
     std::size_t m_next = 0;      ///< the piece that begins next
     std::size_t m_taken = 0;
-    bool m_stopped = false;
+    bool m_taking = false;
+    std::exception_ptr m_error; ///< ends the run
 };

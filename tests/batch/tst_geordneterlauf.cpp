@@ -5,7 +5,6 @@
 
 #include <atomic>
 #include <chrono>
-#include <set>
 #include <stdexcept>
 
 using Lauf = GeordneterLauf<std::size_t>;
@@ -20,6 +19,7 @@ private slots:
         QTest::addColumn<unsigned>("threads");
         QTest::addColumn<int>("count");
         QTest::newRow("none") << 4U << 0;
+        QTest::newRow("none on one thread") << 1U << 0;
         QTest::newRow("one piece") << 4U << 1;
         QTest::newRow("one thread") << 1U << 50;
         QTest::newRow("more threads than pieces") << 16U << 3;
@@ -69,11 +69,11 @@ private slots:
         QVERIFY(begunBeforeFirst <= 4 * threads);
     }
 
-    void everyThreadHasAWorkerOfItsOwnAndTheCallerTakes()
+    void everyThreadHasAWorkerOfItsOwnAndOneTakesAtATime()
     {
         std::atomic<int> workers = 0;
-        const auto caller = std::this_thread::get_id();
-        bool calledElsewhere = false;
+        std::atomic<int> takers = 0;
+        bool together = false;
         Lauf::laufe(
             40, 3,
             [&] {
@@ -86,10 +86,27 @@ private slots:
                 };
             },
             [&](std::size_t) {
-                calledElsewhere = calledElsewhere || std::this_thread::get_id() != caller;
+                together = together || ++takers > 1;
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+                --takers;
             });
         QVERIFY(workers >= 2 && workers <= 3);
-        QVERIFY(!calledElsewhere);
+        QVERIFY(!together);
+    }
+
+    void whatTakingThrowsEndsTheRun()
+    {
+        std::size_t taken = 0;
+        const auto run = [&] {
+            Lauf::laufe(
+                100, 4, [] { return [](std::size_t number) { return number; }; },
+                [&](std::size_t) {
+                    if (++taken == 5)
+                        throw std::runtime_error("five");
+                });
+        };
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error, run());
+        QCOMPARE(taken, std::size_t{5});
     }
 
     void whatAWorkerThrowsArrivesInItsPlace_data()
