@@ -31,8 +31,8 @@ public:
     /// Gathers the samples of all three characteristics now rather than with the first result.
     void gather();
 
-    /// Points that the samples hold; a field with a negative count has none. Raises 13 or 6 where a count
-    /// is no number, and 6 where there are more than maximumPoints.
+    /// Points that the samples hold; a field with a negative count has none. Raises 13 or 6 where a
+    /// count is no number, and 6 where there are more than maximumPoints.
     std::int32_t pointCount();
 
     /// More points than this are not evaluated (error 6), before anything is allocated for them.

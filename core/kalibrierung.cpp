@@ -200,8 +200,8 @@ bool Kalibrierung::IsDirty() const
 
 void Kalibrierung::setIsDirty(bool dirty)
 {
-    // After loading the stored flag is text, so it is compared as a boolean: an empty one is false, any
-    // other text that is none differs.
+    // After loading the stored flag is text, so it is compared as a boolean: an empty one is false,
+    // any other text that is none differs.
     const Variant *stored = m_store.find(isDirtyKey);
     try {
         const bool isEmpty = !stored || *stored == Variant(QString());
