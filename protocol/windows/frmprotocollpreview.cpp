@@ -128,10 +128,13 @@ void frmProtocollPreview::compose(const std::exception_ptr &reported)
         return;
     m_slices.drop();
     m_stack->clear();
+    m_composing = true;
     m_run = std::make_unique<ProtocolRun>(*m_document, options(), static_cast<PageSink &>(*this));
     m_slices.start([run = m_run.get()] { return run->step(); },
                    [this, reported](const std::exception_ptr &error) {
                        m_controls->setProgress({});
+                       m_composing = false;
+                       placeScrollBars();
                        showPageCount();
                        if (error && !reported)
                            report(error);

@@ -97,6 +97,7 @@ private:
     QScrollBar *m_horizontal;
     QString m_zoomText; ///< the last one that was a factor
     bool m_loaded = false;
+    bool m_composing = false; ///< the scroll bars keep their range: the view stays where it is
 
     // Declared after what their steps use, so that they end first.
     std::unique_ptr<ProtocolRun> m_run; ///< of the preview or the printer

@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr int sliceMilliseconds = 15; // short enough to scroll and type meanwhile
+constexpr int sliceMilliseconds = 15;  // short enough to scroll and type meanwhile
+constexpr int pausedMilliseconds = 30; // long enough for the window to be painted
 
 } // namespace
 
@@ -54,10 +55,12 @@ void Slices::runSlice()
     m_inSlice = false;
     if (generation != m_generation)
         return;
-    if (error || !more)
+    if (error || !more) {
         end(error);
-    else
-        emit progressed();
+        return;
+    }
+    m_timer.start(m_paused ? pausedMilliseconds : 0);
+    emit progressed();
 }
 
 void Slices::end(const std::exception_ptr &error)

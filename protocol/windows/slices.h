@@ -23,7 +23,7 @@ public:
     void start(Step step, Ended ended);
     /// Drops the work without calling its end.
     void drop();
-    /// Ends the current slice after its step, so that what there is can be seen.
+    /// Ends the current slice after its step and waits a moment, so that what there is is painted.
     void pause() { m_paused = true; }
     bool isRunning() const { return static_cast<bool>(m_step); }
 

@@ -211,6 +211,22 @@ private slots:
         QVERIFY(preview.pageTexts().at(1).contains(u"91,23"_qs));
     }
 
+    void refreshKeepsThePlace()
+    {
+        Preview preview(documents::grid(12, 20));
+        preview.show();
+        preview.vertical().setValue(3000);
+        preview.click(u"refresh"_qs);
+        preview.settle();
+        QCOMPARE(preview.vertical().value(), 3000);
+        preview.document->setPrüffelderAnzahl(3);
+        preview.type().setCurrentIndex(1);
+        preview.settle();
+        QVERIFY(preview.vertical().maximum() >= preview.vertical().value());
+        QCOMPARE(preview.vertical().maximum(),
+                 preview.stack().stackSize().height() - preview.stack().height());
+    }
+
     void zoomTextsMeanTheirFactor_data()
     {
         QTest::addColumn<QString>("text");
