@@ -23,8 +23,13 @@ namespace {
 
 QByteArray errorLine(const QString &file, const RunTimeError &error)
 {
-    return u"kalibrierung-auswertung: %1: %2 (%3)\n"_qs.arg(file, error.description())
-        .arg(error.number())
+    // A name may hold line breaks, and the error is one line.
+    QString name = file;
+    std::replace_if(
+        name.begin(), name.end(), [](QChar c) { return c.category() == QChar::Other_Control; },
+        QChar(QChar::ReplacementCharacter));
+    return u"kalibrierung-auswertung: %1: %2 (%3)\n"_qs
+        .arg(name, error.description(), QString::number(error.number()))
         .toUtf8();
 }
 

@@ -84,6 +84,14 @@ private slots:
         QVERIFY(lines[1].contains("\"gut\""));
     }
 
+    void strangeNamesGiveOneTrueLine()
+    {
+        const Ergebnis result = laufe(options({u"gibt%2es\nnicht%3.xml"_qs}));
+        QCOMPARE(
+            QString::fromUtf8(result.errors),
+            u"kalibrierung-auswertung: gibt%2es\ufffdnicht%3.xml: Datei nicht gefunden (53)\n"_qs);
+    }
+
     void textOfAFailedFileStandsOnlyOnStandardError()
     {
         const Ergebnis result =
@@ -111,6 +119,21 @@ private slots:
                      before.values().text(before.DataStore().item(key)));
         QCOMPARE(after.values().text(after.DataStore().item(u"AssistentActivePage"_qs)), u"4"_qs);
         QCOMPARE(after.IsDirty(), false);
+    }
+
+    void theEvaluationAddsNothingToTheSavedFile()
+    {
+        QTemporaryDir folder;
+        const QLocale german(QLocale::German, QLocale::Germany);
+        Kalibrierung fresh(german); // has no names of its characteristics yet
+        fresh.SaveFile(folder.filePath(u"neu.xml"_qs));
+        QVERIFY(!fresh.DataStore().exists(u"Direktes Prüfmerkmal Name"));
+        Optionen save = options({folder.filePath(u"neu.xml"_qs)});
+        save.speichern = folder.filePath(u"ziel.xml"_qs);
+        QCOMPARE(laufe(save).code, 0);
+        Kalibrierung saved(german);
+        saved.LoadFile(save.speichern);
+        QVERIFY(!saved.DataStore().exists(u"Direktes Prüfmerkmal Name"));
     }
 
     void aTargetThatCannotBeWrittenFailsButTheReportComes()
