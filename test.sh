@@ -4,6 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/packages.sh
+[ -z "${CI:-}" ] || test_packages+=("${ci_packages[@]}")
 ensure_packages "${build_packages[@]}" "${test_packages[@]}"
 
 stage() { printf '\n=== %s (%ss)\n' "$1" "$SECONDS"; }
