@@ -17,6 +17,7 @@ class TestAblauf : public QObject
 
 private slots:
     void fileSavedOnPageFourShowsItsList();
+    void anotherFileShowsItsOwnResults();
     void optionsAreOpenedModallyAndThePageIsEnteredAgain();
     void changedMinimumFlipsTheVerdictAtOnce();
     void windowThatDoesNotOpenIsReported();
@@ -68,6 +69,22 @@ void TestAblauf::fileSavedOnPageFourShowsItsList()
     QCOMPARE(list->topLevelItem(0)->text(0), u"Mittelwerte"_qs);
     QCOMPARE(list->topLevelItem(1)->text(1), f.document.StatistikMittelwertString(mDirekt));
     QVERIFY(verdict(f).contains(u"liegt über dem minimal erforderlichen Wert von 0,65."_qs));
+}
+
+void TestAblauf::anotherFileShowsItsOwnResults()
+{
+    PageFixture f(4);
+    f.open();
+    const QString old = f.find<QTreeWidget>(u"lvPlausibilität"_qs)->topLevelItem(7)->text(1);
+    Kalibrierung other(QLocale(QLocale::German, QLocale::Germany));
+    other.LoadFile(f.window->FileName());
+    other.setMesswert(pmIndirekt, 1, 1, 500.0);
+    other.SaveFile(f.path(u"anders.xml"_qs));
+    f.window->FileOpen(f.path(u"anders.xml"_qs));
+    auto *list = f.find<QTreeWidget>(u"lvPlausibilität"_qs);
+    QCOMPARE(list->topLevelItem(7)->text(1), other.StatistikVarianzString(mIndirekt));
+    QVERIFY(list->topLevelItem(7)->text(1) != old);
+    QVERIFY(verdict(f).contains(u"darf somit nicht"_qs));
 }
 
 void TestAblauf::optionsAreOpenedModallyAndThePageIsEnteredAgain()
