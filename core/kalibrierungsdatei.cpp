@@ -32,7 +32,7 @@ QString toText(std::string_view utf8)
 
 [[noreturn]] void refuseSize(qint64 size)
 {
-    constexpr qint64 mebibyte = 1024 * 1024;
+    constexpr qint64 mebibyte = qint64{1024} * 1024;
     throw RunTimeError(ErrorNumber::InvalidFileFormat,
                        u"die Datei ist mit %1 MiB größer als die erlaubten %2 MiB"_qs
                            .arg((size + mebibyte - 1) / mebibyte)

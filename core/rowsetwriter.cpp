@@ -120,8 +120,8 @@ RowsetWriter::RowsetWriter(const QString &firstColumn, const QString &secondColu
     : m_rowStart("\t<z:row " + firstColumn.toUtf8() + "='")
     , m_rowMiddle("' " + secondColumn.toUtf8() + "='")
 {
-    constexpr std::size_t typicalRow = 80; // bytes
-    m_file.reserve(static_cast<qsizetype>(2000 + typicalRow * expectedRows));
+    constexpr qsizetype typicalRow = 80; // bytes
+    m_file.reserve(2000 + typicalRow * static_cast<qsizetype>(expectedRows));
     m_file += fileStart;
     m_file += QString::fromLatin1(columnType).arg(firstColumn).arg(1).toUtf8();
     m_file += QString::fromLatin1(columnType).arg(secondColumn).arg(2).toUtf8();
