@@ -36,7 +36,8 @@ ensure_packages() {
 
 # What the program is built from.
 build_packages=(cmake ninja-build g++ ccache qt6-base-dev libqt6svg6-dev qt6-translations-l10n
-  libgl-dev libpugixml-dev libxlsxwriter-dev fonts-liberation libqt6svg6)
+  libgl-dev libpugixml-dev libxlsxwriter-dev libminizip-dev zlib1g-dev fonts-liberation
+  libqt6svg6)
 # What the tests need beside that.
 test_packages=(git clang-format clang-tidy locales xvfb xauth openbox dbus at-spi2-core python3-gi
   gir1.2-atspi-2.0 xdotool x11-utils poppler-utils cups python3-openpyxl)
