@@ -30,7 +30,7 @@ Merkmalgruppe::Merkmalgruppe(const MerkmalTexte &texts, const Values &values, QW
     grid->setVerticalSpacing(fontMetrics().height() / 4);
     const std::array<QString, 3> suffixes{QString(), QStringLiteral("Zeichen"),
                                           QStringLiteral("Einheit")};
-    const std::array<int, 3> widths{32, 7, 7}; // characters that every box shows
+    const std::array<int, 3> widths{32, 8, 8}; // characters that every box shows
     for (std::size_t i = 0; i < m_boxes.size(); ++i) {
         m_boxes[i] = new Auswahlfeld(this);
         m_boxes[i]->setObjectName(texts.boxName + suffixes[i]);
@@ -41,9 +41,7 @@ Merkmalgruppe::Merkmalgruppe(const MerkmalTexte &texts, const Values &values, QW
     m_places = new Zahlenfeld(texts.placesName, texts.arrowsName, placesStep(values), this);
     m_places->setAccessibleTexts(texts.title + u": "_qs + plainLabels[PlacesBox]);
     addBox(*grid, PlacesBox, m_places);
-    const std::array<int, 4> stretch{6, 2, 2, 1};
-    for (std::size_t column = 0; column < stretch.size(); ++column)
-        grid->setColumnStretch(static_cast<int>(column), stretch[column]);
+    grid->setColumnStretch(NameBox, 1); // names are long, the rest is short
 }
 
 void Merkmalgruppe::addBox(QGridLayout &grid, std::size_t column, QWidget *box)

@@ -5,6 +5,7 @@
 #include "core/urteil.h"
 
 #include <QLabel>
+#include <QPaintEvent>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTextEdit>
@@ -17,6 +18,9 @@ class TestAblauf : public QObject
 
 private slots:
     void fileSavedOnPageFourShowsItsList();
+    void anotherFileShowsItsOwnResults();
+    void newResultsAreAllPainted_data();
+    void newResultsAreAllPainted();
     void optionsAreOpenedModallyAndThePageIsEnteredAgain();
     void changedMinimumFlipsTheVerdictAtOnce();
     void windowThatDoesNotOpenIsReported();
@@ -68,6 +72,66 @@ void TestAblauf::fileSavedOnPageFourShowsItsList()
     QCOMPARE(list->topLevelItem(0)->text(0), u"Mittelwerte"_qs);
     QCOMPARE(list->topLevelItem(1)->text(1), f.document.StatistikMittelwertString(mDirekt));
     QVERIFY(verdict(f).contains(u"liegt über dem minimal erforderlichen Wert von 0,65."_qs));
+}
+
+void TestAblauf::anotherFileShowsItsOwnResults()
+{
+    PageFixture f(4);
+    f.open();
+    const QString old = f.find<QTreeWidget>(u"lvPlausibilität"_qs)->topLevelItem(7)->text(1);
+    Kalibrierung other(QLocale(QLocale::German, QLocale::Germany));
+    other.LoadFile(f.window->FileName());
+    other.setMesswert(pmIndirekt, 1, 1, 500.0);
+    other.SaveFile(f.path(u"anders.xml"_qs));
+    f.window->FileOpen(f.path(u"anders.xml"_qs));
+    auto *list = f.find<QTreeWidget>(u"lvPlausibilität"_qs);
+    QCOMPARE(list->topLevelItem(7)->text(1), other.StatistikVarianzString(mIndirekt));
+    QVERIFY(list->topLevelItem(7)->text(1) != old);
+    QVERIFY(verdict(f).contains(u"darf somit nicht"_qs));
+}
+
+namespace {
+
+// What has been painted of a widget.
+struct PaintedRegion : QObject
+{
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+    QRegion region;
+};
+
+} // namespace
+
+// A part of the window, such as the row under a menu that closes, is painted first.
+void TestAblauf::newResultsAreAllPainted_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::newRow("fields") << 2;
+    QTest::newRow("values") << 3;
+    QTest::newRow("results") << 4;
+}
+
+void TestAblauf::newResultsAreAllPainted()
+{
+    QFETCH(int, page);
+    PageFixture f(page);
+    f.open();
+    const QStringList views{fieldsGrid, valuesGrid, u"lvPlausibilität"_qs};
+    auto *list = f.find<QWidget>(views.at(page - 2));
+    auto *area = page == 4 ? f.find<QTreeWidget>(views.at(2))->viewport()
+                           : f.grid(views.at(page - 2)).table()->viewport();
+    QVERIFY(list->isVisible());
+    QCoreApplication::processEvents();
+    PaintedRegion painted;
+    area->installEventFilter(&painted);
+    f.window->FileOpen(f.window->FileName());
+    area->repaint(QRect(0, 0, 20, 10));
+    QTest::qWait(50);
+    QVERIFY((QRegion(area->rect()) - painted.region).isEmpty());
 }
 
 void TestAblauf::optionsAreOpenedModallyAndThePageIsEnteredAgain()
