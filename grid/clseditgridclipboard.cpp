@@ -109,7 +109,7 @@ void clsEditGrid::ClipboardPasteOver()
 bool clsEditGrid::pasteLine(OverPaste &paste, bool fits)
 {
     const QPointer<clsEditGrid> self(this);
-    const QPointer<GridControl> grid = m_grid;
+    GridControl *const grid = m_grid;
     int col = paste.firstCol;
     for (; const std::optional<QString> text = paste.clipboard.nextCell(); ++col) {
         const int row = paste.rows.row();
@@ -121,7 +121,7 @@ bool clsEditGrid::pasteLine(OverPaste &paste, bool fits)
         paste.written.rowSel = std::max(paste.written.rowSel, row);
         paste.written.colSel = std::max(paste.written.colSel, col);
         const bool written = pasteCell(paste.rows, col, *text);
-        if (!self || !grid || grid != m_grid)
+        if (!self || m_grid != grid)
             return false;
         ++(written ? paste.pasted : paste.vetoed);
     }

@@ -149,12 +149,12 @@ void clsEditGrid::SelClear()
 void clsEditGrid::clear(const CellRange &range)
 {
     const QPointer<clsEditGrid> self(this);
-    const QPointer<GridControl> grid = m_grid;
+    GridControl *const grid = m_grid;
     const RedrawHold hold(m_grid);
     RowTracker rows(*m_grid->model(), range.firstRow, range.lastRow);
     do {
         for (int col = range.firstCol; col <= range.lastCol; ++col) {
-            if (!self || !grid || grid != m_grid)
+            if (!self || m_grid != grid)
                 return;
             if (!rows.isThere() || !grid->model()->contains(rows.row(), col) ||
                 grid->isFixed(rows.row(), col))
@@ -162,7 +162,7 @@ void clsEditGrid::clear(const CellRange &range)
             grid->setTextMatrix(rows.row(), col, QString());
             emit CellClear(rows.row(), col);
         }
-    } while (self && grid && grid == m_grid && rows.next());
+    } while (self && m_grid == grid && rows.next());
 }
 
 bool clsEditGrid::PrintToPrinter(QPaintDevice *Printer, bool AssingToOnePage,

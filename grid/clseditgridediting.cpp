@@ -200,12 +200,12 @@ void clsEditGrid::writeCommitted(OpenEdit &edit, const QString &text)
     const int lastCol = many ? edit.lastCol : edit.col;
 
     const QPointer<clsEditGrid> self(this);
-    const QPointer<GridControl> grid = m_grid;
+    GridControl *const grid = m_grid;
     const RedrawHold hold(grid);
     do {
-        for (int col = firstCol; col <= lastCol && self && grid && grid == m_grid; ++col)
+        for (int col = firstCol; col <= lastCol && self && m_grid == grid; ++col)
             commitCell(rows, col, text);
-    } while (self && grid && grid == m_grid && rows.next());
+    } while (self && m_grid == grid && rows.next());
 }
 
 void clsEditGrid::commitCell(RowTracker &rows, int col, const QString &text)
