@@ -1,72 +1,73 @@
 #include "batch/auswertungslauf.h"
 
+#include "batch/csvbericht.h"
+#include "batch/geordneterlauf.h"
 #include "batch/jsonbericht.h"
+#include "batch/tabellenziele.h"
 #include "batch/textbericht.h"
 #include "core/kalibrierung.h"
+#include "export/tabellenausgabe.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+
+#include <algorithm>
+#include <memory>
 #include <new>
 #include <optional>
+#include <thread>
+#include <utility>
 
 namespace {
 
 QByteArray errorLine(const QString &file, const RunTimeError &error)
 {
-    return u"kalibrierung-auswertung: %1: %2 (%3)\n"_qs.arg(file, error.description())
-        .arg(error.number())
+    // A name may hold line breaks, and the error is one line.
+    QString name = file;
+    std::replace_if(
+        name.begin(), name.end(), [](QChar c) { return c.category() == QChar::Other_Control; },
+        QChar(QChar::ReplacementCharacter));
+    return u"kalibrierung-auswertung: %1: %2 (%3)\n"_qs
+        .arg(name, error.description(), QString::number(error.number()))
         .toUtf8();
 }
 
-// Runs one file; false where it could not be read or saved.
-class Lauf
+// What one file gives.
+struct Dateiergebnis
+{
+    QByteArray bericht;
+    QByteArray fehler; ///< whole lines
+    bool gut = true;
+};
+
+// Evaluates one file after the other. Each thread has one of its own.
+class Auswerter
 {
 public:
-    Lauf(const Optionen &options, const Ausgabe &output, const Ausgabe &errors)
-        : m_options(options), m_output(output), m_errors(errors), m_document(options.locale)
+    Auswerter(const Optionen &options, const QStringList &spreadsheets)
+        : m_options(options), m_spreadsheets(spreadsheets), m_document(options.locale)
     {
     }
 
-    bool werteAus(const QString &file);
-    bool outputFailed() const { return m_outputFailed; }
+    Dateiergebnis werteAus(std::size_t number);
 
 private:
-    std::optional<RunTimeError> lade(const QString &file);
-    bool speichere(const QString &file);
-    void write(const QByteArray &bytes) { m_outputFailed = !m_output(bytes) || m_outputFailed; }
+    template <typename Work>
+    std::optional<RunTimeError> versuche(Work work);
+    void schreibeZiele(std::size_t number, Dateiergebnis &result);
+    QByteArray bericht(const QString &file);
 
     const Optionen &m_options;
-    const Ausgabe &m_output;
-    const Ausgabe &m_errors;
+    const QStringList &m_spreadsheets;
     Kalibrierung m_document; ///< one for all files: loading replaces everything
-    bool m_first = true;
-    bool m_outputFailed = false;
 };
 
-bool Lauf::werteAus(const QString &file)
-{
-    const bool json = m_options.format == Optionen::Format::Json;
-    if (const std::optional<RunTimeError> error = lade(file)) {
-        m_errors(errorLine(file, *error));
-        if (json)
-            write(jsonFehler(file, *error));
-        return false;
-    }
-    m_document.setIsDirty(false);
-    // Before the evaluation, whose reading of missing options adds them to the store.
-    const bool saved = m_options.speichern.isEmpty() || speichere(m_options.speichern);
-    if (json) {
-        write(jsonBericht(file, m_document));
-    } else {
-        write((m_first ? QByteArray() : QByteArray("\n\n")) +
-              textBericht(file, m_document).toUtf8());
-        m_first = false;
-    }
-    return saved;
-}
-
-std::optional<RunTimeError> Lauf::lade(const QString &file)
+template <typename Work>
+std::optional<RunTimeError> Auswerter::versuche(Work work)
 {
     try {
-        m_document.LoadFile(file);
+        work();
         return std::nullopt;
     } catch (const RunTimeError &error) {
         return error;
@@ -75,15 +76,120 @@ std::optional<RunTimeError> Lauf::lade(const QString &file)
     }
 }
 
-bool Lauf::speichere(const QString &file)
+Dateiergebnis Auswerter::werteAus(std::size_t number)
 {
-    try {
-        m_document.SaveFile(file);
-        return true;
-    } catch (const RunTimeError &error) {
-        m_errors(errorLine(file, error));
-        return false;
+    const QString &file = m_options.dateien[static_cast<qsizetype>(number)];
+    Dateiergebnis result;
+    if (const auto error = versuche([&] { m_document.LoadFile(file); })) {
+        result.fehler = errorLine(file, *error);
+        result.gut = false;
+        if (m_options.format == Optionen::Format::Json)
+            result.bericht = jsonFehler(file, *error);
+        else if (m_options.format == Optionen::Format::Csv)
+            result.bericht = csvFehler(file, *error);
+        return result;
     }
+    m_document.setIsDirty(false);
+    // Before the evaluation, whose reading of missing options adds them to the store.
+    schreibeZiele(number, result);
+    result.bericht = bericht(file);
+    return result;
+}
+
+void Auswerter::schreibeZiele(std::size_t number, Dateiergebnis &result)
+{
+    const auto note = [&](const QString &target, const std::optional<RunTimeError> &error) {
+        if (!error)
+            return;
+        result.fehler += errorLine(target, *error);
+        result.gut = false;
+    };
+    const QString &copy = m_options.speichern;
+    if (!copy.isEmpty())
+        note(copy, versuche([&] { m_document.SaveFile(copy); }));
+    if (m_spreadsheets.isEmpty())
+        return;
+    const QString &spreadsheet = m_spreadsheets[static_cast<qsizetype>(number)];
+    note(spreadsheet,
+         versuche([&] { schreibeTabelle(m_document, spreadsheet, m_options.zeitpunkt); }));
+}
+
+QByteArray Auswerter::bericht(const QString &file)
+{
+    switch (m_options.format) {
+    case Optionen::Format::Json:
+        return jsonBericht(file, m_document);
+    case Optionen::Format::Csv:
+        return csvBericht(file, m_document);
+    case Optionen::Format::Text:
+        break;
+    }
+    return textBericht(file, m_document).toUtf8();
+}
+
+// Writes the files' results one after the other and keeps in mind what failed.
+class Schreiber
+{
+public:
+    Schreiber(const Optionen &options, const Ausgabe &output, const Ausgabe &errors)
+        : m_options(options), m_output(output), m_errors(errors)
+    {
+        if (m_options.format == Optionen::Format::Csv)
+            write(csvKopf());
+    }
+
+    void nimm(const Dateiergebnis &result)
+    {
+        m_good = m_good && result.gut;
+        if (!result.fehler.isEmpty())
+            m_errors(result.fehler);
+        if (result.bericht.isEmpty())
+            return;
+        if (m_options.format == Optionen::Format::Text && !std::exchange(m_first, false))
+            write("\n\n");
+        write(result.bericht);
+    }
+
+    bool gut() const { return m_good; }
+    bool outputFailed() const { return m_outputFailed; }
+
+private:
+    void write(const QByteArray &bytes) { m_outputFailed = !m_output(bytes) || m_outputFailed; }
+
+    const Optionen &m_options;
+    const Ausgabe &m_output;
+    const Ausgabe &m_errors;
+    bool m_first = true;
+    bool m_good = true;
+    bool m_outputFailed = false;
+};
+
+unsigned threadsFor(const Optionen &options)
+{
+    // The library tells 0 where it does not know.
+    return options.parallel > 0 ? options.parallel
+                                : std::max(std::thread::hardware_concurrency(), 1U);
+}
+
+QByteArray usageLine(const QString &text)
+{
+    return u"kalibrierung-auswertung: %1 Hilfe: kalibrierung-auswertung --help\n"_qs.arg(text)
+        .toUtf8();
+}
+
+// The input file that lies in a spreadsheet's place and would be lost; empty where none does.
+QString getroffeneEingabe(const QStringList &inputs, const QStringList &targets)
+{
+    QSet<QString> paths;
+    for (const QString &input : inputs)
+        paths.insert(QFileInfo(input).canonicalFilePath());
+    paths.remove(QString()); // files that are missing
+    for (const QString &target : targets) {
+        const QFileInfo info(target);
+        if (info.exists() && paths.contains(info.canonicalFilePath()))
+            return target;
+    }
+    return {};
 }
 
 } // namespace
@@ -91,22 +197,35 @@ bool Lauf::speichere(const QString &file)
 int auswertungslauf(const Optionen &options, const Ausgabe &output, const Ausgabe &errors)
 {
     if (!options.fehler.isEmpty()) {
-        errors(u"kalibrierung-auswertung: %1 Hilfe: kalibrierung-auswertung --help\n"_qs
-                   .arg(options.fehler)
-                   .toUtf8());
+        errors(usageLine(options.fehler));
         return 2;
     }
     if (options.hilfe || options.version)
         return output((options.hilfe ? hilfetext() : versionstext()).toUtf8()) ? 0 : 1;
-    Lauf lauf(options, output, errors);
-    bool good = true;
-    for (const QString &file : options.dateien)
-        good = lauf.werteAus(file) && good;
-    if (lauf.outputFailed()) {
+    Tabellenziele spreadsheets;
+    if (!options.tabelle.isEmpty())
+        spreadsheets = tabellenziele(options.dateien, options.tabelle);
+    if (const QString hit = getroffeneEingabe(options.dateien, spreadsheets.dateien);
+        !hit.isEmpty()) {
+        errors(usageLine(u"„%1“ ist eine der angegebenen Dateien."_qs.arg(hit)));
+        return 2;
+    }
+    if (!spreadsheets.ordner.isEmpty())
+        QDir().mkpath(spreadsheets.ordner); // where that fails, every file says so
+
+    Schreiber writer(options, output, errors);
+    GeordneterLauf<Dateiergebnis>::laufe(
+        static_cast<std::size_t>(options.dateien.size()), threadsFor(options),
+        [&] {
+            const auto worker = std::make_shared<Auswerter>(options, spreadsheets.dateien);
+            return [worker](std::size_t number) { return worker->werteAus(number); };
+        },
+        [&](const Dateiergebnis &result) { writer.nimm(result); });
+    if (writer.outputFailed()) {
         errors(
             u"kalibrierung-auswertung: Die Ausgabe konnte nicht vollständig geschrieben werden.\n"_qs
                 .toUtf8());
         return 1;
     }
-    return good ? 0 : 1;
+    return writer.gut() ? 0 : 1;
 }

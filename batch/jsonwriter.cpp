@@ -1,6 +1,6 @@
 #include "batch/jsonwriter.h"
 
-#include <charconv>
+#include "batch/zahlentext.h"
 
 void JsonWriter::beginObject(const QString &name)
 {
@@ -34,10 +34,7 @@ void JsonWriter::add(const QString &name, qint64 value)
 void JsonWriter::add(const QString &name, double value)
 {
     appendName(name);
-    char digits[40];
-    const auto end =
-        std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 17).ptr;
-    m_text.append(digits, end - digits);
+    m_text += zahlentext(value);
 }
 
 void JsonWriter::addNull(const QString &name)

@@ -28,6 +28,7 @@ int main(int argc, char **argv)
     // A file that reaches the user's size limit is an error to report, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
 #endif
-    const Optionen options = leseOptionen(QCoreApplication::arguments().sliced(1), userLocale());
+    const Optionen options = leseOptionen(QCoreApplication::arguments().sliced(1), userLocale(),
+                                          QDateTime::currentDateTime());
     return auswertungslauf(options, ausgabeAuf(stdout), ausgabeAuf(stderr));
 }

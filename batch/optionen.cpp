@@ -4,13 +4,18 @@
 
 namespace {
 
+const QStringList valueOptions{u"--format"_qs, u"--gebietsschema"_qs, u"--speichern"_qs,
+                               u"--tabelle"_qs, u"--parallel"_qs};
+
 // Takes words one after the other; the first fault ends the reading.
 class Leser
 {
 public:
-    Leser(const QStringList &arguments, const QLocale &userLocale) : m_words(arguments)
+    Leser(const QStringList &arguments, const QLocale &userLocale, const QDateTime &now)
+        : m_words(arguments)
     {
         m_result.locale = userLocale;
+        m_result.zeitpunkt = now;
     }
 
     Optionen lies()
@@ -44,7 +49,7 @@ private:
             m_result.hilfe = true;
         } else if (name == u"--version") {
             m_result.version = true;
-        } else if (name == u"--format" || name == u"--gebietsschema" || name == u"--speichern") {
+        } else if (valueOptions.contains(name)) {
             if (!hasAttached && m_words.isEmpty())
                 m_result.fehler = u"Die Option „%1“ braucht einen Wert."_qs.arg(name);
             else
@@ -59,20 +64,54 @@ private:
 
     void setze(const QString &name, const QString &value)
     {
-        if (name == u"--format") {
-            if (value != u"text" && value != u"json")
-                m_result.fehler =
-                    u"„%1“ ist kein Format; möglich sind „text“ und „json“."_qs.arg(value);
-            m_result.format = value == u"json" ? Optionen::Format::Json : Optionen::Format::Text;
-        } else if (name == u"--speichern") {
-            m_result.speichern = value;
-            if (value.isEmpty())
-                m_result.fehler = u"Die Option „--speichern“ braucht einen Dateinamen."_qs;
-        } else {
-            m_result.locale = QLocale(value);
-            if (m_result.locale.language() == QLocale::C)
-                m_result.fehler = u"Das Gebietsschema „%1“ ist nicht bekannt."_qs.arg(value);
-        }
+        if (name == u"--format")
+            setzeFormat(value);
+        else if (name == u"--speichern")
+            setzeZiel(name, value, m_result.speichern);
+        else if (name == u"--tabelle")
+            setzeZiel(name, value, m_result.tabelle);
+        else if (name == u"--parallel")
+            setzeParallel(value);
+        else
+            setzeGebietsschema(value);
+    }
+
+    void setzeFormat(const QString &value)
+    {
+        using Format = Optionen::Format;
+        if (value == u"json")
+            m_result.format = Format::Json;
+        else if (value == u"csv")
+            m_result.format = Format::Csv;
+        else if (value == u"text")
+            m_result.format = Format::Text;
+        else
+            m_result.fehler =
+                u"„%1“ ist kein Format; möglich sind „text“, „json“ und „csv“."_qs.arg(value);
+    }
+
+    void setzeZiel(const QString &name, const QString &value, QString &target)
+    {
+        target = value;
+        if (value.isEmpty())
+            m_result.fehler = u"Die Option „%1“ braucht einen Dateinamen."_qs.arg(name);
+    }
+
+    void setzeParallel(const QString &value)
+    {
+        constexpr unsigned most = 256;
+        bool isNumber = false;
+        m_result.parallel = value.toUInt(&isNumber);
+        if (!isNumber || m_result.parallel < 1 || m_result.parallel > most)
+            m_result.fehler =
+                u"Die Option „--parallel“ braucht eine Zahl von 1 bis %1."_qs.arg(most);
+    }
+
+    void setzeGebietsschema(const QString &value)
+    {
+        m_result.locale = QLocale(value);
+        if (m_result.locale.language() == QLocale::C)
+            m_result.fehler = u"Das Gebietsschema „%1“ ist nicht bekannt."_qs.arg(value);
     }
 
     void prüfe()
@@ -81,6 +120,10 @@ private:
             m_result.fehler = u"Es ist keine Datei angegeben."_qs;
         else if (!m_result.speichern.isEmpty() && m_result.dateien.size() > 1)
             m_result.fehler = u"Mit „--speichern“ ist nur eine Datei möglich."_qs;
+        else if (m_result.dateien.size() > 1 &&
+                 m_result.tabelle.endsWith(u".xlsx", Qt::CaseInsensitive))
+            m_result.fehler =
+                u"Mit mehreren Dateien braucht „--tabelle“ einen Ordner, in den sie kommen."_qs;
     }
 
     QStringList m_words;
@@ -90,9 +133,9 @@ private:
 
 } // namespace
 
-Optionen leseOptionen(const QStringList &arguments, const QLocale &userLocale)
+Optionen leseOptionen(const QStringList &arguments, const QLocale &userLocale, const QDateTime &now)
 {
-    return Leser(arguments, userLocale).lies();
+    return Leser(arguments, userLocale, now).lies();
 }
 
 QString hilfetext()
@@ -101,8 +144,15 @@ QString hilfetext()
            u"\n"
            u"Wertet Kalibrierdateien (XML) aus und gibt die Ergebnisse aus.\n"
            u"\n"
-           u"  --format text|json     Ausgabe als Tabelle (Vorgabe) oder je Datei ein JSON-Objekt\n"
-           u"                         in einer Zeile\n"
+           u"  --format text|json|csv Ausgabe als Tabelle (Vorgabe), je Datei ein JSON-Objekt in\n"
+           u"                         einer Zeile, oder je Datei und Ergebnis eine CSV-Zeile\n"
+           u"  --tabelle ZIEL.xlsx    die Datei außerdem als Tabellenkalkulation mit Formeln und\n"
+           u"                         Diagrammen ablegen; bei mehreren Dateien ist ZIEL ein "
+           u"Ordner,\n"
+           u"                         die Namen folgen den Dateien\n"
+           u"  --parallel N           so viele Dateien gleichzeitig auswerten (1 bis 256); "
+           u"Vorgabe\n"
+           u"                         sind alle Prozessoren; die Ausgabe folgt immer der Reihe\n"
            u"  --gebietsschema NAME   wie Zahlen in den Dateien stehen und ausgegeben werden,\n"
            u"                         z. B. de_DE oder en_US; Vorgabe ist das Gebietsschema des\n"
            u"                         Benutzers, de_DE, wo keines eingestellt ist\n"
@@ -110,9 +160,8 @@ QString hilfetext()
            u"  --help                 diese Hilfe\n"
            u"  --version              Programmversion\n"
            u"\n"
-           u"Rückgabewert: 0 alle Dateien gelesen, 1 mindestens eine Datei nicht gelesen oder "
-           u"nicht\n"
-           u"gespeichert, 2 falscher Aufruf.\n"_qs;
+           u"Rückgabewert: 0 alle Dateien gelesen, 1 mindestens eine Datei nicht gelesen, nicht\n"
+           u"gespeichert oder nicht als Tabelle abgelegt, 2 falscher Aufruf.\n"_qs;
 }
 
 QString versionstext()

@@ -1,16 +1,20 @@
 #pragma once
 
+#include <QDateTime>
 #include <QLocale>
 #include <QStringList>
 
 /// What the command line asks for.
 struct Optionen
 {
-    enum class Format { Text, Json };
+    enum class Format { Text, Json, Csv };
 
     Format format = Format::Text;
     QLocale locale;
-    QString speichern; ///< target of --speichern, empty without it
+    QString speichern;     ///< target of --speichern, empty without it
+    QString tabelle;       ///< target of --tabelle, empty without it
+    unsigned parallel = 0; ///< threads; 0 for as many as there are processors
+    QDateTime zeitpunkt;   ///< date in the properties of spreadsheets
     QStringList dateien;
     bool hilfe = false;
     bool version = false;
@@ -18,8 +22,9 @@ struct Optionen
 };
 
 /// Reads \a arguments, the words behind the program's name. \a userLocale holds unless one is
-/// named.
-Optionen leseOptionen(const QStringList &arguments, const QLocale &userLocale);
+/// named; \a now is when the program runs.
+Optionen leseOptionen(const QStringList &arguments, const QLocale &userLocale,
+                      const QDateTime &now);
 
 /// The text of --help.
 QString hilfetext();

@@ -57,9 +57,9 @@ void addField(TextTabelle &table, Kalibrierung &document, std::int32_t field)
 QString messwerte(Kalibrierung &document)
 {
     const std::int32_t fields = document.PrüffelderAnzahl();
-    const std::int32_t points = document.PrüfpunkteTotal();
-    if (fields > Auswertung::maximumPoints || points > Auswertung::maximumPoints)
-        throw RunTimeError(ErrorNumber::Overflow);
+    // Ends with an error where the rows would be too many; PrüfpunkteTotal would let a huge count
+    // pass that a negative one of another field outweighs.
+    const std::int32_t points = document.StatistikPrüfpunkte();
     TextTabelle table(QStringLiteral("lrlrr"));
     table.add({u"Prüffeld"_qs, QStringLiteral("Kovariable"), u"Prüfpunkt"_qs,
                u"Direktes Prüfmerkmal"_qs, u"Indirektes Prüfmerkmal"_qs});

@@ -2,17 +2,29 @@
 
 #include <algorithm>
 
+namespace {
+
+// A cell must not make every row of its table as long as itself.
+constexpr qsizetype widestCell = 80;
+
+QString shortened(const QString &cell)
+{
+    const auto isControl = [](QChar c) { return c.category() == QChar::Other_Control; };
+    if (cell.size() <= widestCell && std::none_of(cell.begin(), cell.end(), isControl))
+        return cell;
+    QString result = cell.left(widestCell);
+    std::replace_if(result.begin(), result.end(), isControl, u' ');
+    return cell.size() > widestCell ? result + u'…' : result;
+}
+
+} // namespace
+
 void TextTabelle::add(const QStringList &cells)
 {
     Q_ASSERT(cells.size() == m_alignments.size());
     QStringList row;
-    for (QString cell : cells) {
-        for (QChar &c : cell) {
-            if (c.category() == QChar::Other_Control)
-                c = u' ';
-        }
-        row += cell;
-    }
+    for (const QString &cell : cells)
+        row += shortened(cell);
     m_rows.push_back(row);
 }
 

@@ -12,7 +12,8 @@ public:
     /// \a alignments has one letter a column: 'l' left, 'r' right.
     explicit TextTabelle(const QString &alignments) : m_alignments(alignments) {}
 
-    /// Adds a row with one cell a column. Line breaks and other control characters become blanks.
+    /// Adds a row with one cell a column. Control characters become blanks, more than
+    /// 80 characters are cut.
     void add(const QStringList &cells);
 
     /// The rows, indented, columns two blanks apart, without blanks at line ends.

@@ -161,7 +161,7 @@ Auswertung::Sample Auswertung::gathered(MerkmalEnum merkmal)
 {
     Sample result;
     try {
-        const std::vector<std::int32_t> &sizes = fieldSizes();
+        const std::vector<std::int32_t> &sizes = fieldSizes().sizes;
         std::size_t total = 0;
         for (const std::int32_t size : sizes)
             total += static_cast<std::size_t>(size);
@@ -179,6 +179,9 @@ Auswertung::Sample Auswertung::gathered(MerkmalEnum merkmal)
                 result.values.push_back(m_document.values().number(
                     m_document.Messwert(static_cast<PrüfmerkmalEnum>(merkmal), field, point)));
         }
+        // A count that is none is met only behind the values of the fields before it.
+        if (fieldSizes().error)
+            throw *fieldSizes().error;
     } catch (const RunTimeError &error) {
         result.error = error;
     }
@@ -187,22 +190,40 @@ Auswertung::Sample Auswertung::gathered(MerkmalEnum merkmal)
 
 // Points per field; a negative count is an empty field. Ends with error 6 as soon as there are too
 // many, so that a count of a thousand millions neither hangs nor takes memory.
-const std::vector<std::int32_t> &Auswertung::fieldSizes()
+const Auswertung::FieldSizes &Auswertung::fieldSizes()
 {
     if (m_fieldSizes)
         return *m_fieldSizes;
-    std::vector<std::int32_t> sizes;
+    FieldSizes result;
     std::int64_t total = 0;
-    const std::int32_t fields = m_document.PrüffelderAnzahl();
-    for (std::int32_t field = 1; field <= fields; ++field) {
-        const std::int32_t size = std::max(m_document.PrüffeldPrüfpunkte(field), 0);
-        total += size;
-        if (total > maximumPoints)
-            throw RunTimeError(ErrorNumber::Overflow);
-        sizes.push_back(size);
+    try {
+        const std::int32_t fields = m_document.PrüffelderAnzahl();
+        for (std::int32_t field = 1; field <= fields; ++field) {
+            const std::int32_t size = std::max(m_document.PrüffeldPrüfpunkte(field), 0);
+            total += size;
+            if (total > maximumPoints) {
+                result.sizes.clear();
+                throw RunTimeError(ErrorNumber::Overflow);
+            }
+            result.sizes.push_back(size);
+        }
+    } catch (const RunTimeError &error) {
+        result.error = error;
     }
-    m_fieldSizes = std::move(sizes);
+    m_fieldSizes = std::move(result);
     return *m_fieldSizes;
+}
+
+std::int32_t Auswertung::pointCount()
+{
+    dropOutdated();
+    const FieldSizes &fields = fieldSizes();
+    if (fields.error)
+        throw *fields.error;
+    std::int32_t total = 0;
+    for (const std::int32_t size : fields.sizes)
+        total += size;
+    return total;
 }
 
 double Auswertung::rounded(double value, std::int32_t decimals)

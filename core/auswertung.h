@@ -31,6 +31,10 @@ public:
     /// Gathers the samples of all three characteristics now rather than with the first result.
     void gather();
 
+    /// Points that the samples hold; a field with a negative count has none. Raises 13 or 6 where a
+    /// count is no number, and 6 where there are more than maximumPoints.
+    std::int32_t pointCount();
+
     /// More points than this are not evaluated (error 6), before anything is allocated for them.
     static constexpr std::int32_t maximumPoints = 1'000'000;
 
@@ -42,15 +46,22 @@ private:
         std::optional<RunTimeError> error;
     };
 
+    // Points per field up to the first count that is none, and what is wrong with that one.
+    struct FieldSizes
+    {
+        std::vector<std::int32_t> sizes;
+        std::optional<RunTimeError> error;
+    };
+
     void dropOutdated();
     const std::vector<double> &sample(MerkmalEnum merkmal);
     Sample gathered(MerkmalEnum merkmal);
-    const std::vector<std::int32_t> &fieldSizes();
+    const FieldSizes &fieldSizes();
     double rounded(double value, std::int32_t decimals);
 
     Kalibrierung &m_document; ///< borrowed: the document owns its evaluation
     std::uint64_t m_revision = 0;
-    std::optional<std::vector<std::int32_t>> m_fieldSizes;
+    std::optional<FieldSizes> m_fieldSizes;
     std::array<std::optional<Sample>, 3> m_samples;
     std::array<std::optional<double>, 3> m_means;
     std::array<std::optional<double>, 3> m_variances;

@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -134,8 +135,14 @@ void Kalibrierung::setContentString(const QByteArray &blob)
 void Kalibrierung::LoadFile(const QString &path)
 {
     const Kalibrierungsdatei file = Kalibrierungsdatei::read(path);
-    Reset();
-    file.storeRows(m_store);
+    KeyedStore before = m_store;
+    try {
+        Reset();
+        file.storeRows(m_store);
+    } catch (const std::bad_alloc &) {
+        m_store.restore(std::move(before));
+        throw RunTimeError(ErrorNumber::OutOfMemory);
+    }
 }
 
 void Kalibrierung::SaveFile(const QString &path) const
@@ -193,11 +200,12 @@ bool Kalibrierung::IsDirty() const
 
 void Kalibrierung::setIsDirty(bool dirty)
 {
-    // After loading the stored flag is text, so it is compared as a boolean; text that is none
-    // differs.
+    // After loading the stored flag is text, so it is compared as a boolean: an empty one is false,
+    // any other text that is none differs.
     const Variant *stored = m_store.find(isDirtyKey);
     try {
-        if ((stored && m_values.boolean(*stored)) == dirty)
+        const bool isEmpty = !stored || *stored == Variant(QString());
+        if ((!isEmpty && m_values.boolean(*stored)) == dirty)
             return;
     } catch (const RunTimeError &) {
         // Falls through to storing the new value.

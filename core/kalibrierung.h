@@ -105,6 +105,9 @@ public:
     // deviation never is). They raise 94 for a missing measured value, 13 for text that is no
     // number, 11 for a division by zero, 6 for an overflow or more than 1,000,000 points, 5 for a
     // pair that has no covariance.
+    /// Points that the results are computed from: the sum of all fields, one with a negative count
+    /// having none. Raises 13 or 6 where a count is no number, 6 for more than 1,000,000.
+    std::int32_t StatistikPrüfpunkte();
     double StatistikMittelwert(MerkmalEnum merkmal);
     double StatistikVarianz(MerkmalEnum merkmal);
     double StatistikStandardabweichung(MerkmalEnum merkmal);

@@ -9,6 +9,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <new>
@@ -31,7 +32,7 @@ QString toText(std::string_view utf8)
 
 [[noreturn]] void refuseSize(qint64 size)
 {
-    constexpr qint64 mebibyte = 1024 * 1024;
+    constexpr qint64 mebibyte = qint64{1024} * 1024;
     throw RunTimeError(ErrorNumber::InvalidFileFormat,
                        u"die Datei ist mit %1 MiB größer als die erlaubten %2 MiB"_qs
                            .arg((size + mebibyte - 1) / mebibyte)
@@ -107,10 +108,19 @@ try {
 
 void Kalibrierungsdatei::storeRows(KeyedStore &store) const
 try {
-    store.reserve(store.size() + m_rowset.rows().size());
-    for (const Rowset::Row &row : m_rowset.rows()) {
-        if (!row.first.empty())
-            store.set(toText(row.first), toText(row.second));
+    const std::vector<Rowset::Row> &rows = m_rowset.rows();
+    store.reserve(store.size() + rows.size());
+    std::array<QString, 16> keys; // of the rows whose places in the store are being fetched
+    for (std::size_t first = 0; first < rows.size(); first += keys.size()) {
+        const std::size_t count = std::min(keys.size(), rows.size() - first);
+        for (std::size_t i = 0; i < count; ++i) {
+            keys[i] = toText(rows[first + i].first);
+            store.prefetch(keys[i]);
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            if (!keys[i].isEmpty())
+                store.set(std::move(keys[i]), toText(rows[first + i].second));
+        }
     }
 } catch (const std::bad_alloc &) {
     throw RunTimeError(ErrorNumber::OutOfMemory);

@@ -33,6 +33,11 @@ QString orErrorText(Result result)
 
 } // namespace
 
+std::int32_t Kalibrierung::StatistikPrüfpunkte()
+{
+    return m_auswertung.pointCount();
+}
+
 double Kalibrierung::StatistikMittelwert(MerkmalEnum merkmal)
 {
     return m_auswertung.mittelwert(merkmal);

@@ -10,8 +10,8 @@ const Variant &KeyedStore::item(const QString &key)
 {
     const std::uint32_t hash = hashOf(key);
     if (!m_slots.empty()) {
-        const std::uint32_t number = m_slots[slotOf(key, hash)];
-        if (number != freeSlot && !m_entries[number].removed)
+        const std::uint32_t number = m_slots[slotOf(key, hash)].number;
+        if (number != Slot::free && !m_entries[number].removed)
             return m_entries[number].value;
     }
     set(key, Empty{});
@@ -22,8 +22,8 @@ const Variant *KeyedStore::find(QStringView key) const
 {
     if (m_slots.empty())
         return nullptr;
-    const std::uint32_t number = m_slots[slotOf(key, hashOf(key))];
-    if (number == freeSlot || m_entries[number].removed)
+    const std::uint32_t number = m_slots[slotOf(key, hashOf(key))].number;
+    if (number == Slot::free || m_entries[number].removed)
         return nullptr;
     return &m_entries[number].value;
 }
@@ -39,13 +39,13 @@ void KeyedStore::set(QString &&key, Variant &&value)
     if (m_slots.size() < 2 * (m_entries.size() + 1))
         rebuild(std::max<std::size_t>(64, 4 * (m_size + 1)));
     const std::uint32_t hash = hashOf(key);
-    const std::size_t slot = slotOf(key, hash);
+    Slot &slot = m_slots[slotOf(key, hash)];
     ++m_revision;
-    if (m_slots[slot] != freeSlot && !m_entries[m_slots[slot]].removed) {
-        m_entries[m_slots[slot]].value = std::move(value);
+    if (slot.number != Slot::free && !m_entries[slot.number].removed) {
+        m_entries[slot.number].value = std::move(value);
         return;
     }
-    m_slots[slot] = static_cast<std::uint32_t>(m_entries.size());
+    slot = {hash, static_cast<std::uint32_t>(m_entries.size())};
     m_entries.push_back({std::move(key), std::move(value), hash, false});
     ++m_size;
 }
@@ -54,8 +54,8 @@ bool KeyedStore::remove(QStringView key)
 {
     if (m_slots.empty())
         return false;
-    const std::uint32_t number = m_slots[slotOf(key, hashOf(key))];
-    if (number == freeSlot || m_entries[number].removed)
+    const std::uint32_t number = m_slots[slotOf(key, hashOf(key))].number;
+    if (number == Slot::free || m_entries[number].removed)
         return false;
     // The key stays so that probes for other keys still pass over this slot.
     m_entries[number].removed = true;
@@ -80,6 +80,21 @@ void KeyedStore::reserve(std::size_t count)
     m_entries.reserve(count);
 }
 
+void KeyedStore::restore(KeyedStore &&earlier)
+{
+    const std::uint64_t revision = m_revision;
+    *this = std::move(earlier);
+    m_revision = revision + 1;
+}
+
+void KeyedStore::prefetch([[maybe_unused]] QStringView key) const
+{
+#ifdef __GNUC__
+    if (!m_slots.empty())
+        __builtin_prefetch(&m_slots[hashOf(key) & (m_slots.size() - 1)], 1);
+#endif
+}
+
 std::vector<QString> KeyedStore::keys() const
 {
     std::vector<QString> result;
@@ -99,10 +114,10 @@ std::size_t KeyedStore::slotOf(QStringView key, std::uint32_t hash) const
 {
     const std::size_t mask = m_slots.size() - 1;
     for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
-        const std::uint32_t number = m_slots[slot];
-        if (number == freeSlot)
+        const Slot &candidate = m_slots[slot];
+        if (candidate.number == Slot::free)
             return slot;
-        if (m_entries[number].hash == hash && m_entries[number].key == key)
+        if (candidate.hash == hash && m_entries[candidate.number].key == key)
             return slot;
     }
 }
@@ -111,8 +126,8 @@ std::size_t KeyedStore::slotOf(QStringView key, std::uint32_t hash) const
 void KeyedStore::rebuild(std::size_t slotCount)
 {
     std::erase_if(m_entries, [](const Entry &entry) { return entry.removed; });
-    m_slots.assign(std::bit_ceil(slotCount), freeSlot);
+    m_slots.assign(std::bit_ceil(slotCount), Slot());
     for (std::size_t number = 0; number < m_entries.size(); ++number)
-        m_slots[slotOf(m_entries[number].key, m_entries[number].hash)] =
-            static_cast<std::uint32_t>(number);
+        m_slots[slotOf(m_entries[number].key, m_entries[number].hash)] = {
+            m_entries[number].hash, static_cast<std::uint32_t>(number)};
 }

@@ -44,8 +44,14 @@ public:
     void clear();
 
     std::size_t size() const { return m_size; }
+    /// Starts to fetch what set() of \a key will look at; changes nothing. In a large store that
+    /// lies far off in memory, and who stores many entries fetches for several at once.
+    void prefetch(QStringView key) const;
     /// Room for \a count entries, so that loading a large file does not rehash on the way.
     void reserve(std::size_t count);
+
+    /// Takes over the entries of \a earlier, a former state of this store, as one more change.
+    void restore(KeyedStore &&earlier);
 
     /// The keys in their order.
     std::vector<QString> keys() const;
@@ -65,14 +71,22 @@ public:
     std::uint64_t revision() const { return m_revision; }
 
 private:
-    static constexpr std::uint32_t freeSlot = 0xffffffffU;
+    // The hash stands here as well, so that a probe that passes over a slot does not have to fetch
+    // its entry.
+    struct Slot
+    {
+        static constexpr std::uint32_t free = 0xffffffffU;
+
+        std::uint32_t hash = 0;
+        std::uint32_t number = free; ///< into m_entries
+    };
 
     static std::uint32_t hashOf(QStringView key);
     std::size_t slotOf(QStringView key, std::uint32_t hash) const;
     void rebuild(std::size_t slotCount);
 
     std::vector<Entry> m_entries;
-    std::vector<std::uint32_t> m_slots; ///< numbers into m_entries; a removed entry keeps its slot
+    std::vector<Slot> m_slots; ///< a removed entry keeps its slot
     std::size_t m_size = 0;
     std::uint64_t m_revision = 0;
 };

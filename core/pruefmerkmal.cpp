@@ -2,7 +2,7 @@
 
 #include "core/kalibrierung.h"
 
-void Prüfmerkmal::attach(Kalibrierung &parent)
+void Prüfmerkmal::attach(::Kalibrierung &parent)
 {
     m_parent = &parent;
 }

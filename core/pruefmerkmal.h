@@ -14,7 +14,7 @@ class Kalibrierung;
 class Prüfmerkmal
 {
 public:
-    Kalibrierung &document() const { return *m_parent; }
+    ::Kalibrierung &Kalibrierung() const { return *m_parent; }
 
     /// The document's item under \a key; a missing key is added with Empty.
     const Variant &DataStore(const QString &key) const;
@@ -34,15 +34,15 @@ public:
     QString Bezeichung() const;
 
 private:
-    friend class Kalibrierung;
+    friend class ::Kalibrierung;
     Prüfmerkmal() = default;
 
-    void attach(Kalibrierung &parent);
+    void attach(::Kalibrierung &parent);
     void setKeys(const QString &name, const QString &symbol, const QString &unit,
                  const QString &decimals);
     QString text(const QString &key) const;
 
-    Kalibrierung *m_parent = nullptr; ///< borrowed: the document owns its characteristics
+    ::Kalibrierung *m_parent = nullptr; ///< borrowed: the document owns its characteristics
     QString m_nameKey;
     QString m_symbolKey;
     QString m_unitKey;

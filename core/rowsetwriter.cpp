@@ -53,6 +53,9 @@ constexpr std::array<std::string_view, 0x80> makeAsciiTexts()
 constexpr std::array<std::string_view, 0x80> asciiTexts = makeAsciiTexts();
 
 constexpr qsizetype longestText = 6; // bytes for one UTF-16 unit, or for both of a pair
+static_assert(std::all_of(asciiTexts.begin(), asciiTexts.end(), [](std::string_view text) {
+    return static_cast<qsizetype>(text.size()) <= longestText;
+}));
 
 // Writes a code point above ASCII as UTF-8. \returns the position behind it.
 char *putUtf8(char *out, char32_t c)
@@ -117,8 +120,8 @@ RowsetWriter::RowsetWriter(const QString &firstColumn, const QString &secondColu
     : m_rowStart("\t<z:row " + firstColumn.toUtf8() + "='")
     , m_rowMiddle("' " + secondColumn.toUtf8() + "='")
 {
-    constexpr std::size_t typicalRow = 80; // bytes
-    m_file.reserve(static_cast<qsizetype>(2000 + typicalRow * expectedRows));
+    constexpr qsizetype typicalRow = 80; // bytes
+    m_file.reserve(2000 + typicalRow * static_cast<qsizetype>(expectedRows));
     m_file += fileStart;
     m_file += QString::fromLatin1(columnType).arg(firstColumn).arg(1).toUtf8();
     m_file += QString::fromLatin1(columnType).arg(secondColumn).arg(2).toUtf8();

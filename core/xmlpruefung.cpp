@@ -295,7 +295,8 @@ QString forMessage(const QString &text)
     constexpr qsizetype longest = 60;
     QString result = text.left(longest);
     for (QChar &c : result) {
-        if (c.unicode() < 0x20 || c.unicode() == 0x7f || !isXmlCharacter(c.unicode()))
+        if (c.unicode() < 0x20 || (c.unicode() >= 0x7f && c.unicode() < 0xa0) ||
+            !isXmlCharacter(c.unicode()))
             c = QChar::ReplacementCharacter;
     }
     return text.size() > longest ? result + u'…' : result;

@@ -23,7 +23,7 @@ XmlCounts checkXml(std::string_view utf8);
 
 /// More elements, attributes and other markup than this are refused, so that a small file can't
 /// make the parser take all memory. The largest document that is evaluated has about six million.
-inline constexpr std::size_t maximumMarkup = std::size_t{1} << 24;
+inline constexpr std::size_t maximumMarkup = std::size_t{1} << 23;
 
 /// Whether XML 1.0 can hold the code point.
 constexpr bool isXmlCharacter(char32_t c)

@@ -1,5 +1,7 @@
 #include "grid/celleditor.h"
 
+#include "grid/tabtext.h"
+
 #include <QComboBox>
 #include <QLineEdit>
 
@@ -128,16 +130,20 @@ void CellEditor::replaceByTyping(const QString &text)
         field->clear();
         field->insert(text);
     } else if (combo()) {
-        combo()->setCurrentIndex(text.isEmpty() ? -1
-                                                : combo()->findText(text, Qt::MatchStartsWith));
+        // A character that begins no entry chooses none, and the cell keeps its text.
+        const int entry = text.isEmpty() ? -1 : combo()->findText(text, Qt::MatchStartsWith);
+        if (text.isEmpty() || entry >= 0)
+            combo()->setCurrentIndex(entry);
         m_openedWith = text.isEmpty() ? QString() : m_openedWith;
     }
 }
 
 QString CellEditor::text(bool confirmed) const
 {
+    // A text of several lines that nobody changed stays as it is; what was pasted into the editor
+    // is cleaned like any other paste.
     if (line())
-        return line()->text();
+        return line()->text() == m_openedWith ? m_openedWith : tabtext::typed(line()->text());
     if (!combo())
         return {};
     const QString shown = m_openedIndex < 0 ? QString() : combo()->itemText(m_openedIndex);

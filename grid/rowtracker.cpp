@@ -15,6 +15,11 @@ RowTracker::RowTracker(const GridModel &model, int first, int last) : m_row(firs
             [this, &model](const QModelIndex &, int from, int to) {
                 removed(from + model.fixedRows(), to - from + 1);
             });
+    // Other contents have other rows: none of them is the one that was meant.
+    connect(&model, &QAbstractItemModel::modelAboutToBeReset, this, [this] {
+        m_there = false;
+        m_last = m_row;
+    });
 }
 
 bool RowTracker::next()
@@ -28,8 +33,8 @@ bool RowTracker::next()
 
 void RowTracker::inserted(int first, int count)
 {
-    // Where the row itself is gone, m_row is the one before its place.
-    if (m_there ? first <= m_row : first < m_row)
+    // Where the row itself is gone, m_row is the one before its place, and moves all the same.
+    if (first <= m_row)
         m_row += count;
     if (first <= m_last)
         m_last += count;

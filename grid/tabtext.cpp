@@ -79,6 +79,18 @@ Cell plainCell(const QString &text, qsizetype at)
 
 } // namespace
 
+QString typed(const QString &text)
+{
+    QString result = text;
+    while (!result.isEmpty() && isLineBreak(result.back()))
+        result.chop(1);
+    result.replace(u"\r\n"_qs, u"\n"_qs);
+    result.replace(u'\r', u'\n');
+    result.replace(u'\t', u' ');
+    result.removeIf([](QChar c) { return c != u'\n' && isControl(c); });
+    return result;
+}
+
 QStringList lines(const QString &text)
 {
     qsizetype size = text.size();

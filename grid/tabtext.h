@@ -11,6 +11,10 @@ namespace tabtext {
 /// Control characters other than tabs are dropped.
 QStringList lines(const QString &text);
 
+/// What a one-line editor holds after typing or pasting into it: line breaks at its end are
+/// dropped, others become "\n", tabs become blanks, other control characters are dropped.
+QString typed(const QString &text);
+
 /// Reads the cells of a text as spreadsheets write it: one line break at its end adds no row. A
 /// cell in quotation marks may hold line breaks (they become "\n"), tabs (they become blanks) and
 /// doubled quotation marks; a mark that nothing closes is an ordinary character. Other control

@@ -22,11 +22,11 @@ ensure_packages() {
   [ ${#missing[@]} -eq 0 ] && return 0
   local as_root=()
   if [ "$(id -u)" -ne 0 ]; then
-    if ! command -v sudo >/dev/null 2>&1; then
+    if ! command -v sudo >/dev/null 2>&1 || ! sudo -n true 2>/dev/null; then
       echo "These packages are missing, and installing them needs root: ${missing[*]}" >&2
       exit 1
     fi
-    as_root=(sudo)
+    as_root=(sudo -n)
   fi
   echo "Installing: ${missing[*]}"
   "${as_root[@]}" apt-get update -qq
@@ -39,4 +39,6 @@ build_packages=(cmake ninja-build g++ ccache qt6-base-dev libqt6svg6-dev qt6-tra
   libgl-dev libpugixml-dev libxlsxwriter-dev fonts-liberation libqt6svg6)
 # What the tests need beside that.
 test_packages=(git clang-format clang-tidy locales xvfb xauth openbox dbus at-spi2-core python3-gi
-  gir1.2-atspi-2.0 xdotool x11-utils poppler-utils cups)
+  gir1.2-atspi-2.0 xdotool x11-utils poppler-utils cups python3-openpyxl)
+# The second spreadsheet program that recalculates what we write: large, so only where CI asks for it.
+ci_packages=(libreoffice-calc-nogui)

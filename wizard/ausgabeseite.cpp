@@ -68,6 +68,7 @@ QPushButton *Ausgabeseite::addCommand(QGridLayout &grid, const QString &name,
     bold.setBold(true);
     head->setFont(bold);
     auto *button = new QPushButton(caption, this);
+    button->setAutoDefault(true); // Enter presses it, too
     button->setObjectName(name);
     button->setAccessibleDescription(explanation);
     grid.addWidget(head, row, 0);

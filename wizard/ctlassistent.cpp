@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QFrame>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QStyle>
 
 namespace {
@@ -18,6 +19,7 @@ float twipsPerPixel(const QWidget &widget)
 QPushButton *button(QWidget *parent, const QString &name, const QString &caption)
 {
     auto *made = new QPushButton(caption, parent);
+    made->setAutoDefault(true); // Enter presses it, too
     made->setObjectName(name);
     return made;
 }
@@ -92,10 +94,13 @@ void ctlAssistent::GoToPage(int direction)
     setCancelEnabled(false);
     repaint(); // the page may take a while to fill
 
+    // Also when filling the page fails: buttons that stay disabled would be a dead end.
+    const auto enable = qScopeGuard([&] {
+        setNextEnabled(next);
+        setPreviousEnabled(previous);
+        setCancelEnabled(close);
+    });
     emit EnterPage(next, previous, close);
-    setNextEnabled(next);
-    setPreviousEnabled(previous);
-    setCancelEnabled(close);
 }
 
 void ctlAssistent::focusNextButton()

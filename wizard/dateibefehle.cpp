@@ -57,7 +57,9 @@ void Dateibefehle::setFileName(const QString &path)
 
 bool Dateibefehle::mayProceed()
 {
-    if (!m_document.IsDirty() && !m_window.visiblePageHasChanges())
+    // Asked in any case: it also closes an open editor, which must not outlive the document.
+    const bool pageChanged = m_window.visiblePageHasChanges();
+    if (!m_document.IsDirty() && !pageChanged)
         return true;
     switch (m_dialogs.question(m_window.widget(), produkt::name(),
                                u"Sollen die Änderungen gespeichert werden?"_qs)) {
@@ -165,7 +167,8 @@ void Dateibefehle::write(const QString &path)
     m_document.DataStore().set(activePageKey, std::int32_t{m_window.activePage()});
     m_document.SaveFile(path);
     m_document.setIsDirty(false);
-    m_contentOnDisk = digestOf(path);
+    if (path == m_fileName)
+        m_contentOnDisk = digestOf(path);
 }
 
 bool Dateibefehle::changedOnDisk(const QString &path) const

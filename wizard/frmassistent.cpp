@@ -46,6 +46,15 @@ QString droppedFile(const QMimeData &data)
     return urls.size() == 1 ? urls.constFirst().toLocalFile() : QString();
 }
 
+// As a copy even where a move is proposed: the file stays where it is.
+void acceptAsCopy(QDropEvent &event)
+{
+    if (!(event.possibleActions() & Qt::CopyAction))
+        return;
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
 } // namespace
 
 frmAssistent::frmAssistent(Kalibrierung &document, const AssistentDienste &services,
@@ -241,10 +250,10 @@ int frmAssistent::startPage() const
 
 void frmAssistent::ctlAssistent1_LeavePage(int direction, bool &cancel)
 {
+    AssistentSeite *left = visiblePage();
+    left->finishEditing(); // an open editor must not outlive what it edits
     if (direction == 0)
         return; // the document is newer than what the page still shows
-    AssistentSeite *left = visiblePage();
-    left->finishEditing();
     if (direction > 0 && !left->check()) {
         cancel = true;
         return;
@@ -398,13 +407,13 @@ void frmAssistent::closeEvent(QCloseEvent *event)
 void frmAssistent::dragEnterEvent(QDragEnterEvent *event)
 {
     if (!droppedFile(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+        acceptAsCopy(*event);
 }
 
 void frmAssistent::dropEvent(QDropEvent *event)
 {
     const QString path = droppedFile(*event->mimeData());
-    event->acceptProposedAction();
+    acceptAsCopy(*event);
     // A question must not keep the program waiting from which the file was dragged.
     QMetaObject::invokeMethod(
         this, [this, path] { m_files.openPath(path); }, Qt::QueuedConnection);

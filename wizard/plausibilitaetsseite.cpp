@@ -58,6 +58,7 @@ QWidget *Plausibilitaetsseite::verdict()
     labPlausibilität->setObjectName(u"labPlausibilität"_qs);
     labPlausibilität->setAccessibleName(QStringLiteral("Urteil"));
     auto *cmdPlausibilitätOptionen = new QPushButton(QStringLiteral("&Optionen..."), this);
+    cmdPlausibilitätOptionen->setAutoDefault(true); // Enter presses it, too
     cmdPlausibilitätOptionen->setObjectName(u"cmdPlausibilitätOptionen"_qs);
     connect(cmdPlausibilitätOptionen, &QPushButton::clicked, this,
             &Plausibilitaetsseite::optionsClicked);

@@ -51,6 +51,7 @@ QWidget *SeiteWillkommen::texts()
     column->setSpacing(em);
 
     auto *cmdInfo = new QPushButton(u"&Info..."_qs, area);
+    cmdInfo->setAutoDefault(true); // Enter presses it, too
     cmdInfo->setObjectName(QStringLiteral("cmdInfo"));
     connect(cmdInfo, &QPushButton::clicked, this, &SeiteWillkommen::infoClicked);
 

@@ -52,6 +52,21 @@ const BlockFlow::Piece &BlockFlow::wholePage()
     return *m_wholePage;
 }
 
+// What fits a lower height of what fits a page, without making the rows again.
+BlockFlow::Piece BlockFlow::firstRowsIn(double height)
+{
+    const Piece &whole = wholePage();
+    Piece piece = whole;
+    while (piece.height > height && piece.groups.size() > 1) {
+        piece.height -= piece.groups.back().drawing.extents().height();
+        piece.rows -= piece.groups.back().rows;
+        piece.groups.pop_back();
+        piece.next = piece.groups.back().next;
+        piece.complete = false;
+    }
+    return piece;
+}
+
 bool BlockFlow::fitsOnePage()
 {
     const Piece &piece = wholePage();
@@ -110,7 +125,7 @@ void BlockFlow::drawFirst()
         m_tailDone = true;
         return;
     }
-    Piece piece = collected(freeHeight(m_bander), m_position, true);
+    Piece piece = firstRowsIn(freeHeight(m_bander));
     if ((piece.rows < fewestRows && !piece.complete) || piece.height > freeHeight(m_bander))
         piece = wholePage();
     m_bander.DrawBand(band(piece, true, false));

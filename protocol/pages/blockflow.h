@@ -72,6 +72,7 @@ private:
 
     Piece collected(double height, const RowPosition &from, bool withLead);
     const Piece &wholePage();
+    Piece firstRowsIn(double height);
     Drawing band(const Piece &piece, bool withLead, bool withTail) const;
     bool fitsOnePage();
     bool staysWhole();

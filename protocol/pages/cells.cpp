@@ -5,13 +5,15 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 constexpr QRgb fineRuleColour = qRgb(150, 150, 150);
 
-double numberWidth(const TextMeasure &measure, const QString &line, const Cell &cell,
-                   QChar decimalPoint)
+// Width of what ends at the number edge, of a line that is \a lineWidth wide.
+double numberWidth(const TextMeasure &measure, const QString &line, double lineWidth,
+                   const Cell &cell, QChar decimalPoint)
 {
     qsizetype end = line.indexOf(u' ');
     if (end < 0)
@@ -21,23 +23,22 @@ double numberWidth(const TextMeasure &measure, const QString &line, const Cell &
         if (point >= 0 && point < end)
             end = point;
     }
-    return measure.width(line.left(end), cell.text.style);
+    return end == line.size() ? lineWidth : measure.width(line.left(end), cell.text.style);
 }
 
 // A text that would leave the cell is moved back into it.
-double leftEnd(const TextMeasure &measure, const QString &line, const Cell &cell,
+double leftEnd(const TextMeasure &measure, const QString &line, double lineWidth, const Cell &cell,
                QChar decimalPoint)
 {
     const Column &column = cell.column;
     const double first = column.textLeft();
     if (column.alignment == Alignment::Left)
         return first;
-    const double width = measure.width(line, cell.text.style);
-    const double last = column.left + column.width - cellPaddingCm - width;
+    const double last = column.left + column.width - cellPaddingCm - lineWidth;
     if (column.alignment == Alignment::Centre)
-        return column.left + (column.width - width) / 2;
+        return column.left + (column.width - lineWidth) / 2;
     const double wanted =
-        column.left + column.numberEdge - numberWidth(measure, line, cell, decimalPoint);
+        column.left + column.numberEdge - numberWidth(measure, line, lineWidth, cell, decimalPoint);
     return std::max(first, std::min(wanted, last));
 }
 
@@ -101,10 +102,11 @@ void drawCell(Drawing &drawing, const TextMeasure &measure, const Cell &cell, do
     const TextStyle &first = cell.column.holdsNumbers() ? *protocolStyle(false, 0) : style;
     double baseline = top - measure.ascent(first);
     for (const QString &line : cell.text.lines) {
-        if (!line.isEmpty())
-            measure.add(drawing,
-                        measure.placed(line, {leftEnd(measure, line, cell, decimalPoint), baseline},
-                                       style));
+        if (!line.isEmpty()) {
+            PlacedText placed = measure.placed(line, {}, style);
+            placed.at = {leftEnd(measure, line, placed.width, cell, decimalPoint), baseline};
+            measure.add(drawing, std::move(placed));
+        }
         baseline -= measure.lineHeight(style);
     }
 }

@@ -17,8 +17,8 @@ void Drawing::add(PlacedText text, double ascent, double descent)
 // The pen's width is left out: a rule on a band's edge must not make the band grow.
 void Drawing::add(const PlacedLine &line)
 {
-    const auto [left, right] = std::minmax(line.from.x(), line.to.x());
-    const auto [lower, upper] = std::minmax(line.from.y(), line.to.y());
+    const auto [left, right] = std::minmax({line.from.x(), line.to.x()});
+    const auto [lower, upper] = std::minmax({line.from.y(), line.to.y()});
     include({left, right, lower, upper});
     m_primitives.emplace_back(line);
 }

@@ -200,8 +200,8 @@ Block kalibriergeradeBlock(Kalibrierung &document, const TextMeasure &measure,
     }
 
     Block block;
-    block.lead =
-        textBand(measure, u"Kalibriergerade zwischen "_qs + first + u" und "_qs + second, true, 2);
+    block.lead = tableHeading(
+        measure, u"Kalibriergerade zwischen "_qs + first + u" und "_qs + second, true, 2);
     block.header = headerRow(measure, heads);
     block.rows = std::make_unique<TextRows>(
         measure, columns, std::int32_t{3},

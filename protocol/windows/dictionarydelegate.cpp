@@ -2,7 +2,6 @@
 
 #include <QKeyEvent>
 #include <QPlainTextEdit>
-#include <QTextBlock>
 
 #include <algorithm>
 
@@ -25,6 +24,7 @@ QWidget *DictionaryDelegate::createEditor(QWidget *parent, const QStyleOptionVie
     editor->setObjectName(u"txtEintrag"_qs);
     editor->setAccessibleName(index.siblingAtColumn(0).data().toString());
     editor->setTabChangesFocus(true);
+    editor->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     editor->setProperty("viewport", QVariant::fromValue(parent));
     m_editor = editor;
     connect(editor, &QPlainTextEdit::textChanged, this, [this, editor] { grow(*editor); });

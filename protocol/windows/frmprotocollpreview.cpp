@@ -128,10 +128,13 @@ void frmProtocollPreview::compose(const std::exception_ptr &reported)
         return;
     m_slices.drop();
     m_stack->clear();
+    m_composing = true;
     m_run = std::make_unique<ProtocolRun>(*m_document, options(), static_cast<PageSink &>(*this));
     m_slices.start([run = m_run.get()] { return run->step(); },
                    [this, reported](const std::exception_ptr &error) {
                        m_controls->setProgress({});
+                       m_composing = false;
+                       placeScrollBars();
                        showPageCount();
                        if (error && !reported)
                            report(error);
@@ -143,14 +146,21 @@ void frmProtocollPreview::pageBegun(const std::shared_ptr<Page> &page, std::int3
 {
     m_stack->append(page);
     placeScrollBars();
+    reportNewPage(page->number, pageCount);
+}
+
+void frmProtocollPreview::reportNewPage(std::int32_t number, std::int32_t pageCount)
+{
     if (m_debugMode)
         m_services.message(this, ProtocolServices::Icon::Information, u"Debug-Modus"_qs,
-                           u"Seite %1\r\nSeitenzahl: %2"_qs.arg(page->number).arg(pageCount + 1));
+                           u"Seite %1\r\nSeitenzahl: %2"_qs.arg(number).arg(pageCount + 1));
 }
 
 void frmProtocollPreview::pageCompleted(const std::shared_ptr<Page> &page)
 {
     m_stack->refresh(page->number);
+    if (page->number == 1)
+        m_slices.pause(); // the first page is shown while the others are composed
 }
 
 void frmProtocollPreview::report(const std::exception_ptr &error)

@@ -55,6 +55,9 @@ private:
     void pageBegun(const std::shared_ptr<Page> &page, std::int32_t pageCount) override;
     void pageCompleted(const std::shared_ptr<Page> &page) override;
 
+    /// In debug mode each new page, on screen or paper, says which it is.
+    void reportNewPage(std::int32_t number, std::int32_t pageCount);
+
     void Form_Load();
     void cboZoom_Change();
     void picWorkspace_KeyDown(int key);
@@ -94,6 +97,7 @@ private:
     QScrollBar *m_horizontal;
     QString m_zoomText; ///< the last one that was a factor
     bool m_loaded = false;
+    bool m_composing = false; ///< the scroll bars keep their range: the view stays where it is
 
     // Declared after what their steps use, so that they end first.
     std::unique_ptr<ProtocolRun> m_run; ///< of the preview or the printer

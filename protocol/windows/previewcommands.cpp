@@ -48,8 +48,12 @@ void frmProtocollPreview::print()
     if (!m_services.choosePrinter(printer(), printOptions, this))
         return;
     m_slices.drop();
+    m_composing = false;
     takeSheetFrom(printer());
     m_printPages = std::make_unique<PrintPages>(printer());
+    m_printPages->onPageBegun = [this](std::int32_t number, std::int32_t pageCount) {
+        reportNewPage(number, pageCount);
+    };
     m_run = std::make_unique<ProtocolRun>(*m_document, options(), *m_printPages);
     m_slices.start(
         [this] {
@@ -132,6 +136,8 @@ void frmProtocollPreview::cancelJob()
     m_run.reset();
     m_printPages.reset();
     m_controls->setProgress({});
+    m_composing = false;
+    placeScrollBars();
     if (wasPrinting && isVisible())
         rebuild();
 }

@@ -106,7 +106,8 @@ void frmProtocollPreview::placeScrollBars()
     m_horizontal->setPageStep(m_stack->width());
     m_vertical->setPageStep(m_stack->height());
     m_horizontal->setRange(0, std::max(0, all.width() - m_stack->width()));
-    m_vertical->setRange(0, std::max(0, all.height() - m_stack->height()));
+    const int least = m_composing ? m_vertical->maximum() : 0;
+    m_vertical->setRange(0, std::max(least, all.height() - m_stack->height()));
 }
 
 void frmProtocollPreview::VScroll1_Change()

@@ -23,6 +23,12 @@ PrintPages::PrintPages(QPrinter &printer) : m_printer(printer)
 
 PrintPages::~PrintPages() = default;
 
+void PrintPages::pageBegun(const std::shared_ptr<Page> &page, std::int32_t pageCount)
+{
+    if (onPageBegun)
+        onPageBegun(page->number, pageCount);
+}
+
 void PrintPages::pageCompleted(const std::shared_ptr<Page> &page)
 {
     if (m_pages > 0 && !m_printer.newPage())

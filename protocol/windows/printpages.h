@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+#include <functional>
+
 class QPrinter;
 
 /// Paints the pages that it gets onto a printer, a sheet each.
@@ -17,6 +19,10 @@ public:
     explicit PrintPages(QPrinter &printer);
     ~PrintPages() override;
 
+    /// Called when a page has been begun, with its number and the composer's count.
+    std::function<void(std::int32_t number, std::int32_t pageCount)> onPageBegun;
+
+    void pageBegun(const std::shared_ptr<Page> &page, std::int32_t pageCount) override;
     void pageCompleted(const std::shared_ptr<Page> &page) override;
     std::int32_t pageCount() const { return m_pages; }
 

@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr int sliceMilliseconds = 15; // short enough to scroll and type meanwhile
+constexpr int sliceMilliseconds = 15;  // short enough to scroll and type meanwhile
+constexpr int pausedMilliseconds = 30; // long enough for the window to be painted
 
 } // namespace
 
@@ -37,6 +38,7 @@ void Slices::runSlice()
     if (m_inSlice || !m_step)
         return;
     m_inSlice = true;
+    m_paused = false;
     const int generation = m_generation;
     const Step step = m_step; // outlives a drop() from within
     std::exception_ptr error;
@@ -44,7 +46,8 @@ void Slices::runSlice()
     QElapsedTimer time;
     time.start();
     try {
-        while (more && generation == m_generation && time.elapsed() < sliceMilliseconds)
+        while (more && !m_paused && generation == m_generation &&
+               time.elapsed() < sliceMilliseconds)
             more = step();
     } catch (...) {
         error = std::current_exception(); // must not reach the event loop
@@ -52,10 +55,12 @@ void Slices::runSlice()
     m_inSlice = false;
     if (generation != m_generation)
         return;
-    if (error || !more)
+    if (error || !more) {
         end(error);
-    else
-        emit progressed();
+        return;
+    }
+    m_timer.start(m_paused ? pausedMilliseconds : 0);
+    emit progressed();
 }
 
 void Slices::end(const std::exception_ptr &error)

@@ -23,6 +23,8 @@ public:
     void start(Step step, Ended ended);
     /// Drops the work without calling its end.
     void drop();
+    /// Ends the current slice after its step and waits a moment, so that what there is is painted.
+    void pause() { m_paused = true; }
     bool isRunning() const { return static_cast<bool>(m_step); }
 
 signals:
@@ -37,5 +39,6 @@ private:
     Step m_step;
     Ended m_ended;
     bool m_inSlice = false; ///< a step may run an event loop of its own
-    int m_generation = 0;   ///< tells a work that was replaced during its own step
+    bool m_paused = false;
+    int m_generation = 0; ///< tells a work that was replaced during its own step
 };

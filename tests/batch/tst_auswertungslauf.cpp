@@ -2,6 +2,9 @@
 #include "core/kalibrierung.h"
 #include "tests/support/testregistry.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -81,6 +84,14 @@ private slots:
         QVERIFY(lines[1].contains("\"gut\""));
     }
 
+    void strangeNamesGiveOneTrueLine()
+    {
+        const Ergebnis result = laufe(options({u"gibt%2es\nnicht%3.xml"_qs}));
+        QCOMPARE(
+            QString::fromUtf8(result.errors),
+            u"kalibrierung-auswertung: gibt%2es\ufffdnicht%3.xml: Datei nicht gefunden (53)\n"_qs);
+    }
+
     void textOfAFailedFileStandsOnlyOnStandardError()
     {
         const Ergebnis result =
@@ -110,6 +121,21 @@ private slots:
         QCOMPARE(after.IsDirty(), false);
     }
 
+    void theEvaluationAddsNothingToTheSavedFile()
+    {
+        QTemporaryDir folder;
+        const QLocale german(QLocale::German, QLocale::Germany);
+        Kalibrierung fresh(german); // has no names of its characteristics yet
+        fresh.SaveFile(folder.filePath(u"neu.xml"_qs));
+        QVERIFY(!fresh.DataStore().exists(u"Direktes Prüfmerkmal Name"));
+        Optionen save = options({folder.filePath(u"neu.xml"_qs)});
+        save.speichern = folder.filePath(u"ziel.xml"_qs);
+        QCOMPARE(laufe(save).code, 0);
+        Kalibrierung saved(german);
+        saved.LoadFile(save.speichern);
+        QVERIFY(!saved.DataStore().exists(u"Direktes Prüfmerkmal Name"));
+    }
+
     void aTargetThatCannotBeWrittenFailsButTheReportComes()
     {
         QTemporaryDir folder;
@@ -119,6 +145,68 @@ private slots:
         QCOMPARE(result.code, 1);
         QVERIFY(result.errors.contains("(76)"));
         QVERIFY(result.output.contains("\"gut\""));
+    }
+
+    void everyFileBecomesASpreadsheetBesideItsReport()
+    {
+        QTemporaryDir folder;
+        const QString good = exampleFile(u"verdichtungsgrad.xml"_qs);
+        Optionen run = options({good, exampleFile(u"fehlt.xml"_qs), good});
+        run.tabelle = folder.filePath(u"neu/tabellen"_qs);
+        run.parallel = 2;
+        const Ergebnis result = laufe(run);
+        QCOMPARE(result.code, 1);
+        QCOMPARE(result.errors.count('\n'), 1);
+        QCOMPARE(result.output.count('\n'), 3);
+        QCOMPARE(QDir(run.tabelle).entryList(QDir::Files, QDir::Name),
+                 QStringList({u"verdichtungsgrad (2).xlsx"_qs, u"verdichtungsgrad.xlsx"_qs}));
+    }
+
+    void aSpreadsheetThatCannotBeWrittenFailsButTheReportComes()
+    {
+        QTemporaryDir folder;
+        Optionen run = options({exampleFile(u"verdichtungsgrad.xml"_qs)});
+        run.tabelle = folder.filePath(u"fehlt/a.xlsx"_qs);
+        const Ergebnis result = laufe(run);
+        QCOMPARE(result.code, 1);
+        QCOMPARE(QString::fromUtf8(result.errors), u"kalibrierung-auswertung: "_qs + run.tabelle +
+                                                       u": Pfad nicht gefunden (76)\n"_qs);
+        QVERIFY(result.output.contains("\"gut\""));
+    }
+
+    void aCalibrationIsNeverOverwrittenByItsSpreadsheet()
+    {
+        QTemporaryDir folder;
+        const QString file = folder.filePath(u"a.xml"_qs);
+        QVERIFY(QFile::copy(exampleFile(u"verdichtungsgrad.xml"_qs), file));
+        const qint64 size = QFileInfo(file).size();
+        Optionen run = options({file});
+        run.tabelle = folder.filePath(u"./a.xml"_qs);
+        const Ergebnis result = laufe(run);
+        QCOMPARE(result.code, 2);
+        QVERIFY(result.errors.contains("ist eine der angegebenen Dateien."));
+        QVERIFY(result.output.isEmpty());
+        QCOMPARE(QFileInfo(file).size(), size);
+    }
+
+    void spreadsheetDoesNotChangeTheReport()
+    {
+        QTemporaryDir folder;
+        Optionen run = options({exampleFile(u"verdichtungsgrad.xml"_qs)});
+        const QByteArray alone = laufe(run).output;
+        run.tabelle = folder.filePath(u"a.xlsx"_qs);
+        QCOMPARE(laufe(run).output, alone);
+    }
+
+    void csvHasItsHeadingOnce()
+    {
+        const QString good = exampleFile(u"verdichtungsgrad.xml"_qs);
+        const Ergebnis result =
+            laufe(options({exampleFile(u"fehlt.xml"_qs), good, good}, Optionen::Format::Csv));
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.output.startsWith("datei;gruppe;"));
+        QCOMPARE(result.output.count("datei;gruppe;"), 1);
+        QCOMPARE(result.output.count('\n'), 1 + 1 + 2 * 29);
     }
 
     void nothingOfOneFileReachesTheNext()

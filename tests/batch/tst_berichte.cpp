@@ -90,6 +90,25 @@ private slots:
                     u"Das minimale Bestimmtheitsmaß ist nicht lesbar: Typen unverträglich (13)"_qs));
     }
 
+    void countsThatOutweighEachOtherDoNotHangTheReport()
+    {
+        Kalibrierung document(german);
+        document.DataStore().set(u"Prüffeld Prüfpunktanzahl 1"_qs, u"2000000000"_qs);
+        document.DataStore().set(u"Prüffeld Prüfpunktanzahl 2"_qs, u"-2000000000"_qs);
+        QCOMPARE(document.PrüfpunkteTotal(), 4);
+        QVERIFY(
+            textBericht(u"x"_qs, document).contains(u"Prüffelder und Prüfpunkte: Überlauf (6)"_qs));
+    }
+
+    void aVeryLongNameIsCutInTheTable()
+    {
+        Kalibrierung document(german);
+        document.setPrüffeldName(1, QString(100000, u'x'));
+        const QString text = textBericht(u"x"_qs, document);
+        QVERIFY(text.contains(QString(80, u'x') + u"…"_qs));
+        QVERIFY(text.size() < 10000);
+    }
+
     void lineBreaksInNamesDoNotBreakTheTable()
     {
         Kalibrierung document(german);
@@ -184,7 +203,7 @@ private slots:
     void jsonEscapesWhatNamesMayHold()
     {
         Kalibrierung document(german);
-        const QString name = u"\"Walze\" \\ \u0001\t\n ²°€ \U0001F600"_qs;
+        const QString name = u"\"Walze\" \\ \u0001\u0010\u001f\t\n ²°€ \U0001F600"_qs;
         document.DirektesPrüfmerkmal().setName(name);
         const QJsonObject json = parsed(jsonBericht(u"a\"b.xml"_qs, document));
         QCOMPARE(json[u"datei"_qs].toString(), u"a\"b.xml"_qs);

@@ -7,7 +7,8 @@ namespace {
 
 Optionen lies(const QString &words)
 {
-    return leseOptionen(words.split(u' ', Qt::SkipEmptyParts), QLocale(QLocale::German));
+    return leseOptionen(words.split(u' ', Qt::SkipEmptyParts), QLocale(QLocale::German),
+                        QDateTime::fromSecsSinceEpoch(0));
 }
 
 } // namespace
@@ -40,6 +41,18 @@ private slots:
         }
     }
 
+    void spreadsheetAndThreadsAreRead()
+    {
+        const Optionen options = lies(u"--tabelle ziel --parallel=3 --format csv a.xml b.xml"_qs);
+        QVERIFY2(options.fehler.isEmpty(), qPrintable(options.fehler));
+        QCOMPARE(options.tabelle, u"ziel"_qs);
+        QCOMPARE(options.parallel, 3U);
+        QCOMPARE(options.format, Optionen::Format::Csv);
+        QCOMPARE(options.zeitpunkt, QDateTime::fromSecsSinceEpoch(0));
+        QCOMPARE(lies(u"a.xml"_qs).parallel, 0U);
+        QVERIFY(lies(u"--tabelle ziel.xlsx a.xml"_qs).fehler.isEmpty());
+    }
+
     void afterTwoDashesEveryWordIsAFile()
     {
         QCOMPARE(lies(u"-- --format json"_qs).dateien, QStringList({u"--format"_qs, u"json"_qs}));
@@ -56,7 +69,13 @@ private slots:
         row(u"--format json"_qs, u"Es ist keine Datei angegeben."_qs);
         row(u"--format"_qs, u"Die Option „--format“ braucht einen Wert."_qs);
         row(u"--format html a.xml"_qs,
-            u"„html“ ist kein Format; möglich sind „text“ und „json“."_qs);
+            u"„html“ ist kein Format; möglich sind „text“, „json“ und „csv“."_qs);
+        row(u"--tabelle= a.xml"_qs, u"Die Option „--tabelle“ braucht einen Dateinamen."_qs);
+        row(u"--tabelle z.xlsx a.xml b.xml"_qs,
+            u"Mit mehreren Dateien braucht „--tabelle“ einen Ordner, in den sie kommen."_qs);
+        for (const QString &wrong : {u"0"_qs, u"-1"_qs, u"257"_qs, u"zwei"_qs, u"1.5"_qs, u""_qs})
+            row(u"--parallel="_qs + wrong + u" a.xml"_qs,
+                u"Die Option „--parallel“ braucht eine Zahl von 1 bis 256."_qs);
         row(u"--gebietsschema quatsch a.xml"_qs,
             u"Das Gebietsschema „quatsch“ ist nicht bekannt."_qs);
         row(u"--laut a.xml"_qs, u"Die Option „--laut“ gibt es nicht."_qs);
@@ -78,8 +97,9 @@ private slots:
         QVERIFY(lies(u"--help"_qs).hilfe);
         QVERIFY(lies(u"--help"_qs).fehler.isEmpty());
         QVERIFY(lies(u"--version"_qs).version);
-        for (const QString &option : {u"--format"_qs, u"--gebietsschema"_qs, u"--speichern"_qs,
-                                      u"--help"_qs, u"--version"_qs})
+        for (const QString &option :
+             {u"--format"_qs, u"--gebietsschema"_qs, u"--speichern"_qs, u"--tabelle"_qs,
+              u"--parallel"_qs, u"csv"_qs, u"--help"_qs, u"--version"_qs})
             QVERIFY2(hilfetext().contains(option), qPrintable(option));
     }
 };

@@ -3,6 +3,7 @@
 #include "tests/support/testregistry.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -110,6 +111,80 @@ private slots:
         QVERIFY(process.waitForFinished(60000));
         QCOMPARE(process.exitCode(), 1);
         QVERIFY(process.readAllStandardError().contains("Ausgabe"));
+    }
+
+    void manyThreadsGiveTheBytesOfOne_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::newRow("text") << u"text"_qs;
+        QTest::newRow("json") << u"json"_qs;
+        QTest::newRow("csv") << u"csv"_qs;
+    }
+
+    void manyThreadsGiveTheBytesOfOne()
+    {
+        QFETCH(QString, format);
+        QTemporaryDir folder;
+        QFile source(example());
+        QVERIFY(source.open(QIODevice::ReadOnly));
+        const QByteArray original = source.readAll();
+        QStringList files;
+        for (int i = 0; i < 200; ++i) {
+            files += folder.filePath(u"%1.xml"_qs.arg(i));
+            if (i % 50 == 7)
+                continue; // one that is missing now and then
+            // Each with another value.
+            const QByteArray key = u"'Messwert direktes Prüfmerkmal 1.1' Wert='"_qs.toUtf8();
+            QByteArray contents = original;
+            contents.insert(contents.indexOf(key) + key.size(), QByteArray::number(i + 1));
+            QFile file(files.last());
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size());
+        }
+        const auto run = [&](const QString &threads) {
+            return starte(QStringList{u"--format"_qs, format, u"--parallel"_qs, threads} + files,
+                          {});
+        };
+        const Ergebnis one = run(u"1"_qs);
+        QCOMPARE(one.code, 1);
+        QCOMPARE(one.errors.count('\n'), 4);
+        for (const QString &threads : {u"2"_qs, u"8"_qs}) {
+            const Ergebnis many = run(threads);
+            QCOMPARE(many.code, 1);
+            QCOMPARE(many.output, one.output);
+            QCOMPARE(many.errors, one.errors);
+        }
+        qsizetype last = -1;
+        for (const QString &file : files) {
+            const qsizetype at = format == u"text" && one.errors.contains(file.toUtf8())
+                                     ? last + 1
+                                     : one.output.indexOf(file.toUtf8());
+            QVERIFY(at > last);
+            last = at;
+        }
+    }
+
+    void spreadsheetsOfManyThreadsAreThoseOfOne()
+    {
+        QTemporaryDir folder;
+        QStringList files;
+        for (int i = 0; i < 20; ++i) {
+            files += folder.filePath(u"%1.xml"_qs.arg(i));
+            QVERIFY(QFile::copy(example(), files.last()));
+        }
+        for (const QString &threads : {u"1"_qs, u"4"_qs})
+            QCOMPARE(starte(QStringList{u"--parallel"_qs, threads, u"--tabelle"_qs,
+                                        folder.filePath(threads)} +
+                                files,
+                            {u"LC_ALL=de_DE.UTF-8"_qs})
+                         .code,
+                     0);
+        for (int i = 0; i < 20; ++i) {
+            const QString name = u"/%1.xlsx"_qs.arg(i);
+            const qint64 size = QFileInfo(folder.filePath(u"1"_qs) + name).size();
+            QVERIFY(size > 5000);
+            // The date in the properties may differ by a second.
+            QVERIFY(std::abs(QFileInfo(folder.filePath(u"4"_qs) + name).size() - size) < 10);
+        }
     }
 
     void umlautsAndBlanksInFileNames()

@@ -20,6 +20,7 @@ private slots:
     void nullCanNotBeWritten();
     void keysAndValuesMayComeFromTheStore();
     void eventIsRaisedOnlyWhenTheFlagChanges();
+    void anEmptyFlagIsACleanOne();
     void resetRaisesTheEventExactlyTwice();
     void flagIsSetBeforeTheFirstEventOfReset();
     void clearingTheStoreRaisesNothing();
@@ -134,6 +135,17 @@ void TestAenderung::eventIsRaisedOnlyWhenTheFlagChanges()
     document.DataStoreLet(u"key"_qs, u"newer"_qs);
     QCOMPARE(changed.count(), 3);
     QVERIFY(document.IsDirty());
+}
+
+void TestAenderung::anEmptyFlagIsACleanOne()
+{
+    Kalibrierung document(german);
+    document.DataStore().set(u"IsDirty"_qs, QString());
+    QSignalSpy changed(&document, &Kalibrierung::IsDirtyChanged);
+    document.setIsDirty(false);
+    QCOMPARE(changed.count(), 0);
+    document.setIsDirty(true);
+    QCOMPARE(changed.count(), 1);
 }
 
 void TestAenderung::resetRaisesTheEventExactlyTwice()

@@ -23,6 +23,8 @@ private slots:
     void pairsWithoutCovariance();
     void missingValueComesBeforeTheUnsupportedPair();
     void missingValueReachesEveryResultBuiltOnIt();
+    void missingValueComesBeforeABadCountOfALaterField();
+    void productOfVariancesBeyondADoubleOverflows();
     void measuredTextThatIsNoNumber();
     void zeroVarianceIsADivisionByZero();
     void constantCovariableHasNoLine();
@@ -107,6 +109,32 @@ void TestAuswertungsfehler::missingValueReachesEveryResultBuiltOnIt()
     QCOMPARE(d.StatistikMittelwert(mIndirekt), 10.0);
     QCOMPARE(d.StatistikMittelwert(mZ), 2.0);
     QVERIFY_CLOSE(d.StatistikKalibriergeradeAnstieg(mIndirekt, mZ), 35.0 / 6, 1e-15);
+}
+
+void TestAuswertungsfehler::missingValueComesBeforeABadCountOfALaterField()
+{
+    Kalibrierung document(german);
+    document.DataStore().set(u"Prüffeld Prüfpunktanzahl 3"_qs, u"viele"_qs);
+    QCOMPARE(errorOf([&] { document.StatistikMittelwert(mDirekt); }), 94);
+    for (const int field : {1, 2}) {
+        for (int point = 1; point <= 4; ++point)
+            document.setMesswert(pmDirekt, field, point, 1.0);
+    }
+    QCOMPARE(errorOf([&] { document.StatistikMittelwert(mDirekt); }), 13);
+}
+
+void TestAuswertungsfehler::productOfVariancesBeyondADoubleOverflows()
+{
+    Kalibrierung document(german);
+    for (int field = 1; field <= 3; ++field) {
+        for (int point = 1; point <= 4; ++point) {
+            // Uncorrelated, so that the covariance is 0 and only the product is too large.
+            document.setMesswert(pmDirekt, field, point, point % 2 ? 1e80 : -1e80);
+            document.setMesswert(pmIndirekt, field, point, point <= 2 ? 1e80 : -1e80);
+        }
+    }
+    QCOMPARE(document.StatistikKovarianz(mDirekt, mIndirekt), 0.0);
+    QCOMPARE(errorOf([&] { document.StatistikBestimmtheitsmaß(mDirekt, mIndirekt); }), 6);
 }
 
 void TestAuswertungsfehler::measuredTextThatIsNoNumber()

@@ -85,9 +85,9 @@ void TestPruefmerkmal::everyMemberReadsAndWritesItsOwnKey()
 void TestPruefmerkmal::knowsItsDocument()
 {
     Kalibrierung document(german);
-    QCOMPARE(&document.DirektesPrüfmerkmal().document(), &document);
-    QCOMPARE(&document.IndirektesPrüfmerkmal().document(), &document);
-    QCOMPARE(&document.Kovariable().document(), &document);
+    QCOMPARE(&document.DirektesPrüfmerkmal().Kalibrierung(), &document);
+    QCOMPARE(&document.IndirektesPrüfmerkmal().Kalibrierung(), &document);
+    QCOMPARE(&document.Kovariable().Kalibrierung(), &document);
 }
 
 void TestPruefmerkmal::defaultsComeFromTheDocument()

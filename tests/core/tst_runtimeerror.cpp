@@ -61,6 +61,9 @@ void TestRunTimeError::reportIsContextLineBreakDescriptionAndNumber()
              u"Folgender Fehler ist aufgetreten:\r\nUngültiger Eigenschaftswert (380)"_qs);
     QCOMPARE(errorReport(u"A:"_qs, RunTimeError(ErrorNumber::Overflow, u"%1 %2"_qs)),
              u"A:\r\nÜberlauf: %1 %2 (6)"_qs);
+    // A component's negative number keeps its sign.
+    QCOMPARE(errorReport(u"A:"_qs, std::numeric_limits<std::int32_t>::min(), u"B"_qs),
+             u"A:\r\nB (-2147483648)"_qs);
 }
 
 REGISTER_TEST(TestRunTimeError)

@@ -27,6 +27,7 @@ private slots:
     void storedCounts_data();
     void storedCounts();
     void negativeCountsAreAnEmptySample();
+    void evaluatedPointsAreThoseOfTheSamples();
     void totalOfHugeCountsEndsAtOnce();
     void totalCountsWhatIsStoredAmongHugeCounts();
     void totalBeyond32BitsOverflows();
@@ -104,6 +105,29 @@ void TestZaehler::negativeCountsAreAnEmptySample()
     QCOMPARE(document.StatistikMittelwert(mDirekt), 2.0);
     QCOMPARE(document.StatistikMittelwert(mZ), 1.0);
     QCOMPARE(document.StatistikVarianz(mDirekt), 1.0);
+
+    // Nothing but negative counts, and one that must not make room for others.
+    document.DataStore().set(u"Prüffeld Prüfpunktanzahl 1"_qs, u"-3"_qs);
+    QVERIFY_SAME_BITS(document.StatistikMittelwert(mDirekt), 0.0);
+    QVERIFY_SAME_BITS(document.StatistikVarianz(mZ), 0.0);
+    document.DataStore().set(u"Prüffeld Prüfpunktanzahl 1"_qs, u"-2147483648"_qs);
+    document.DataStore().set(points, u"1000001"_qs);
+    QCOMPARE(errorOf([&] { document.StatistikMittelwert(mZ); }), 6);
+}
+
+void TestZaehler::evaluatedPointsAreThoseOfTheSamples()
+{
+    Kalibrierung document(german);
+    QCOMPARE(document.StatistikPrüfpunkte(), 12);
+    document.DataStore().set(points, u"-1"_qs);
+    QCOMPARE(document.PrüfpunkteTotal(), 7); // the stored counts, added up
+    QCOMPARE(document.StatistikPrüfpunkte(), 8);
+    document.DataStore().set(points, u"2000000000"_qs);
+    document.DataStore().set(u"Prüffeld Prüfpunktanzahl 3"_qs, u"-2000000000"_qs);
+    QCOMPARE(document.PrüfpunkteTotal(), 4);
+    QCOMPARE(errorOf([&] { document.StatistikPrüfpunkte(); }), 6);
+    document.DataStore().set(points, u"viele"_qs);
+    QCOMPARE(errorOf([&] { document.StatistikPrüfpunkte(); }), 13);
 }
 
 void TestZaehler::totalOfHugeCountsEndsAtOnce()

@@ -1,4 +1,4 @@
-// One hundred thousand points: complete, in bounded memory, recalculated to the same results.
+// One hundred thousand points: complete.
 
 #include "export/tabellenausgabe.h"
 #include "tests/export/mappenleser.h"

@@ -60,6 +60,9 @@ private slots:
     void focusColorsAreTheEditorsWhileItIsShown();
     void itemDataStaysWithItsNumbers();
     void anUnchangedTextOfTwoLinesStays();
+    void whatIsPastedIntoTheEditorIsCleaned();
+    void aLetterThatBeginsNoEntryKeepsTheText();
+    void anEditOfFormerContentsReachesNoOtherRow();
     void anotherGridTakesOver();
 };
 
@@ -768,6 +771,41 @@ void TestEditing::anUnchangedTextOfTwoLinesStays()
     f.edit->BeginEdit();
     f.key(Qt::Key_Return);
     QCOMPARE(f.grid->textMatrix(1, 0), u"oben\nunten"_qs);
+}
+
+void TestEditing::whatIsPastedIntoTheEditorIsCleaned()
+{
+    EditGridFixture f;
+    f.show();
+    f.edit->BeginEdit();
+    f.editor->selectAll();
+    f.editor->insert(u"Feld\tA\u0007\r\n"_qs);
+    f.key(Qt::Key_Return);
+    QCOMPARE(f.grid->textMatrix(1, 0), u"Feld A"_qs);
+}
+
+void TestEditing::aLetterThatBeginsNoEntryKeepsTheText()
+{
+    EditGridFixture f;
+    auto *combo = new QComboBox(f.window.get());
+    combo->addItems({u"Kies"_qs, u"Sand"_qs});
+    f.edit->setInputObject(combo);
+    f.show();
+    f.grid->setTextMatrix(1, 0, u"Kies"_qs);
+    f.type(u"x"_qs);
+    f.behind->setFocus();
+    QCOMPARE(f.grid->textMatrix(1, 0), u"Kies"_qs);
+}
+
+void TestEditing::anEditOfFormerContentsReachesNoOtherRow()
+{
+    EditGridFixture f;
+    f.show();
+    f.type(u"neu"_qs);
+    f.grid->setSourcedRows(3, [](int) { return QStringList{u"a"_qs, u"b"_qs, u"c"_qs}; });
+    f.key(Qt::Key_Return);
+    for (int row = 1; row < f.grid->rows(); ++row)
+        QVERIFY(f.grid->textMatrix(row, 0) != u"neu"_qs);
 }
 
 void TestEditing::anotherGridTakesOver()

@@ -13,6 +13,8 @@ class TestRowTracker : public QObject
 private slots:
     void visitsExactlyTheRowsOfItsRun_data();
     void visitsExactlyTheRowsOfItsRun();
+    void aRowInsertedAboveARemovedOneIsNotVisited();
+    void nothingOfTheRunIsLeftAfterAReset();
 };
 
 void TestRowTracker::visitsExactlyTheRowsOfItsRun_data()
@@ -58,6 +60,30 @@ void TestRowTracker::visitsExactlyTheRowsOfItsRun()
         seen += tracker.isThere() ? model.text(tracker.row(), 0) : u"x"_qs;
     } while (tracker.next());
     QCOMPARE(seen, visited);
+}
+
+void TestRowTracker::aRowInsertedAboveARemovedOneIsNotVisited()
+{
+    GridModel model;
+    model.setRows(8);
+    for (int i = 1; i < 8; ++i)
+        model.setText(i, 0, QString::number(i));
+    RowTracker tracker(model, 3, 5);
+    model.removeRow(3);
+    model.insertRows(2, {{u"n"_qs}});
+    QVERIFY(!tracker.isThere());
+    QVERIFY(tracker.next());
+    QCOMPARE(model.text(tracker.row(), 0), u"4"_qs);
+}
+
+void TestRowTracker::nothingOfTheRunIsLeftAfterAReset()
+{
+    GridModel model;
+    model.setRows(8);
+    RowTracker tracker(model, 3, 5);
+    model.setSourcedRows(8, [](int) { return QStringList{u"neu"_qs}; });
+    QVERIFY(!tracker.isThere());
+    QVERIFY(!tracker.next());
 }
 
 REGISTER_TEST(TestRowTracker)

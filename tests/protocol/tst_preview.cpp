@@ -211,6 +211,22 @@ private slots:
         QVERIFY(preview.pageTexts().at(1).contains(u"91,23"_qs));
     }
 
+    void refreshKeepsThePlace()
+    {
+        Preview preview(documents::grid(12, 20));
+        preview.show();
+        preview.vertical().setValue(3000);
+        preview.click(u"refresh"_qs);
+        preview.settle();
+        QCOMPARE(preview.vertical().value(), 3000);
+        preview.document->setPrüffelderAnzahl(3);
+        preview.type().setCurrentIndex(1);
+        preview.settle();
+        QVERIFY(preview.vertical().maximum() >= preview.vertical().value());
+        QCOMPARE(preview.vertical().maximum(),
+                 preview.stack().stackSize().height() - preview.stack().height());
+    }
+
     void zoomTextsMeanTheirFactor_data()
     {
         QTest::addColumn<QString>("text");
@@ -426,6 +442,7 @@ private slots:
         QVERIFY(texts.last().contains(u"3 Statistische Auswertung"_qs));
         QVERIFY(preview.window.isVisible());
         preview.click(u"refresh"_qs);
+        preview.settle();
         QCOMPARE(preview.services.messages.size(), std::size_t{2});
     }
 
@@ -468,6 +485,17 @@ private slots:
         QCOMPARE(preview.services.messages.at(1).text, u"Seite 2\r\nSeitenzahl: 2"_qs);
         QVERIFY(preview.pageTexts().at(0).contains(u"DrawDest 1"_qs));
         QVERIFY(preview.pageTexts().at(0).contains(u"Seite 1"_qs));
+
+        const QTemporaryDir folder;
+        preview.services.messages.clear();
+        preview.services.onChoosePrinter = [&](QPrinter &printer) {
+            printer.setOutputFormat(QPrinter::PdfFormat);
+            printer.setOutputFileName(folder.filePath(u"druck.pdf"_qs));
+            return true;
+        };
+        preview.click(u"print"_qs);
+        preview.settle();
+        QCOMPARE(preview.services.messages.size(), 2 * count); // on paper, then on screen again
     }
 
     void editedDataAreShownAfterOkAndNotAfterCancel()

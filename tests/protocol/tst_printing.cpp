@@ -4,6 +4,7 @@
 #include "tests/protocol/composed.h"
 #include "tests/protocol/documents.h"
 #include "tests/protocol/fakeservices.h"
+#include "tests/protocol/printqueue.h"
 #include "tests/support/testregistry.h"
 
 #include <QAction>
@@ -216,6 +217,50 @@ private slots:
         printing.settle();
         QVERIFY(printing.services.messages.empty());
         QVERIFY(printing.pageCount() > 380); // the preview is composed anew
+    }
+
+    void aRealJobReachesThePrinterWithEveryPage()
+    {
+        if (!has(u"pdftotext"_qs))
+            QSKIP("pdftotext is not installed.");
+        PrintQueue queue;
+        if (!queue.start())
+            QSKIP(qPrintable(queue.reason()));
+        // A process of its own, since the print system is looked up once in each.
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"CUPS_SERVER"_qs, queue.server());
+        environment.insert(u"WENDRAL_TEST_QUEUE"_qs, queue.name());
+        process.setProcessEnvironment(environment);
+        process.start(QCoreApplication::applicationFilePath(),
+                      {u"TstPrinting"_qs, u"printToQueue"_qs});
+        QVERIFY(process.waitForFinished(60'000));
+        QVERIFY2(process.exitCode() == 0, process.readAllStandardOutput().constData());
+        QTemporaryDir folder;
+        QFile file(folder.filePath(u"auftrag.pdf"_qs));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(queue.firstJob());
+        file.close();
+        const auto document = documents::grid(12, 20);
+        QCOMPARE(pagesOf(file.fileName()), pagesOf(composed(*document)));
+    }
+
+    // Run by the test above in a process that knows the queue; does nothing elsewhere.
+    void printToQueue()
+    {
+        const QString queue = qEnvironmentVariable("WENDRAL_TEST_QUEUE");
+        if (queue.isEmpty())
+            return;
+        QVERIFY(PlatformProtocolServices().isPrinterInstalled());
+        Printing printing(documents::grid(12, 20));
+        printing.services.onChoosePrinter = [&](QPrinter &printer) {
+            printer.setPrinterName(queue);
+            return printer.outputFormat() == QPrinter::NativeFormat;
+        };
+        printing.show();
+        printing.print();
+        QVERIFY(printing.services.messages.empty());
+        QCOMPARE(printing.services.printOptions.size(), std::size_t{1});
     }
 
     void everySheetCarriesItsAlmostWhitePoint()

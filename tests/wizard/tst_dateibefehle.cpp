@@ -668,12 +668,14 @@ namespace {
 // Drags \a data over the window and drops it. \returns whether the window took it.
 bool drop(WizardFixture &f, const QMimeData &data)
 {
-    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                          Qt::NoModifier);
     enter.ignore();
     QApplication::sendEvent(f.window.get(), &enter);
     if (!enter.isAccepted())
         return false;
-    QDropEvent event(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QDropEvent event(QPointF(50, 50), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                     Qt::NoModifier);
     QApplication::sendEvent(f.window.get(), &event);
     QCoreApplication::processEvents();
     return true;

@@ -39,6 +39,7 @@ private slots:
     void fileValueThatIsNoNumber();
     void tooManyPointsShowANotice();
     void manyPointsOpenQuickly();
+    void anOpenEditorDoesNotReachTheNextFile();
     void englishNumbers_data();
     void englishNumbers();
 };
@@ -459,6 +460,27 @@ void TestSeiteMesswerte::manyPointsOpenQuickly()
     QCOMPARE(grid.textMatrix(10000, 1), u"Prüfpunkt 100"_qs);
     f.click(u"cmdNext"_qs);
     QCOMPARE(f.activePage(), 4);
+}
+
+void TestSeiteMesswerte::anOpenEditorDoesNotReachTheNextFile()
+{
+    PageFixture f(3);
+    f.open();
+    const QString shown = f.grid(valuesGrid).textMatrix(1, direct);
+    f.document.setIsDirty(true);
+    GridControl &table = f.grid(valuesGrid);
+    table.setFocus();
+    table.setCell(1, direct);
+    QTest::keyClick(table.table(), Qt::Key_7);
+    QVERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+    f.dialogs.answers = {Dialogs::Answer::No};
+    f.dialogs.openNames = {f.path(u"blatt.xml"_qs)};
+    f.window->findChild<QAction *>(u"mf_open"_qs)->trigger();
+    QCoreApplication::processEvents();
+    QCOMPARE(f.grid(valuesGrid).textMatrix(1, direct), shown);
+    QVERIFY(!f.document.IsDirty());
+    QTest::keyClick(f.window.get(), Qt::Key_Return);
+    QCOMPARE(f.grid(valuesGrid).textMatrix(1, direct), shown);
 }
 
 void TestSeiteMesswerte::englishNumbers_data()

@@ -116,8 +116,17 @@ void RowsetRefusalTest::bytes_of_no_such_file_are_refused_data()
     QTest::newRow("compressed") << QByteArray::fromHex("504b0304140000000800");
     QTest::newRow("UTF-32") << bytes("\xff\xfe\0\0<\0\0\0x\0\0\0m\0\0\0l\0\0\0");
     QTest::newRow("UTF-16 of an odd number of bytes") << bytes("\xff\xfe<\0x\0m");
-    QTest::newRow("UTF-16 with a lone surrogate")
-        << bytes("\xff\xfe<\0a\0 \0b\0=\0'\0\0\xd8'\0/\0>\0");
+    const auto wide = [](const QString &text) {
+        return QByteArray(reinterpret_cast<const char *>(text.utf16()), 2 * text.size());
+    };
+    const QString table = QString::fromUtf8(good);
+    QVERIFY(refusal(wide(table)).isEmpty());
+    for (const char16_t lone : {u'\xd800', u'\xdbff', u'\xdc00', u'\xdfff'}) {
+        QTest::addRow("UTF-16 with U+%x alone", lone)
+            << wide(QString(table).replace(u"'v'"_qs, u"'"_qs + QChar(lone) + u"v'"_qs));
+    }
+    QTest::newRow("UTF-16 with U+FFFF")
+        << wide(QString(table).replace(u"'v'"_qs, u"'"_qs + QChar(0xffff) + u"v'"_qs));
     QTest::newRow("two marks") << "\xef\xbb\xbf\xef\xbb\xbf" + good;
     QTest::newRow("mark inside") << "<?p?>\xef\xbb\xbf" + good;
 

@@ -133,7 +133,7 @@ void RowsetWriterTest::long_texts_come_back_whatever_they_grow_to_data()
 void RowsetWriterTest::long_texts_come_back_whatever_they_grow_to()
 {
     QFETCH(QString, character);
-    for (const qsizetype length : {1, 100, 4095, 4096, 4097, 8191, 8192, 8193, 1'000'000}) {
+    for (const qsizetype length : {1, 100, 4095, 4096, 4097, 8191, 8192, 8193, 50'000}) {
         const QString text = character.repeated(length);
         const Rows rows{{text, text}, {u"k"_qs + text, u"v"_qs + text}};
         QVERIFY(rowsOf(written(rows)) == rows);

@@ -1,2 +1,1 @@
-#include "app/main.h"
 #include <QtWidgets/QWidget>
