@@ -1,12 +1,15 @@
 #include "app/fensterdienst.h"
 
 #include "core/runtimeerror.h"
+#include "protocol/windows/frmprotocollextradata.h"
 #include "wizard/frmassistent.h"
 #include "wizard/frmcalcoptions.h"
 #include "wizard/frminfo.h"
 
 #include <QDialog>
 #include <QEventLoop>
+
+#include <memory>
 
 QObject *Fensterdienst::createAssistent(Kalibrierung &document)
 {
@@ -25,9 +28,11 @@ QObject *Fensterdienst::createCalcOptions(Kalibrierung &document)
     return options;
 }
 
-QObject *Fensterdienst::createProtocollExtraData(Kalibrierung &)
+QObject *Fensterdienst::createProtocollExtraData(Kalibrierung &document)
 {
-    throw RunTimeError(ErrorNumber::InvalidProcedureCall);
+    auto data = std::make_unique<frmProtocollExtraData>();
+    data->setKalibrierung(document); // may raise an error
+    return data.release();
 }
 
 void Fensterdienst::showForm(QObject *form, bool modal, QObject *parentForm)

@@ -1,8 +1,10 @@
+#include "app/ausgabe.h"
 #include "app/fensterdienst.h"
 #include "app/htmlhelp.h"
 #include "app/start.h"
 #include "core/produkt.h"
 #include "core/userlocale.h"
+#include "protocol/windows/protocolservices.h"
 #include "wizard/qtdialogs.h"
 
 #include <QApplication>
@@ -33,7 +35,18 @@ int main(int argc, char **argv)
     settings.setFallbacksEnabled(false);
     QtDialogs dialogs;
     HTMLHelp help(QApplication::applicationDirPath(), openWithHelpViewer);
-    Fensterdienst windows({dialogs, settings, help, QApplication::applicationDirPath()});
+    PlatformProtocolServices protocolServices;
+    const ausgabe::Dienste output{protocolServices, dialogs, ausgabe::chooseSpreadsheet,
+                                  [] { return QDateTime::currentDateTime(); }};
+    AssistentDienste services{dialogs, settings, help, QApplication::applicationDirPath()};
+    services.showProtocol = [&output](Kalibrierung &document, QWidget *owner) {
+        ausgabe::showProtocol(output, document, owner);
+    };
+    services.showExport = [&output](Kalibrierung &document, QWidget *owner) {
+        ausgabe::showExport(output, document, owner);
+    };
+    services.grid = GridEnvironment::system(locale);
+    Fensterdienst windows(services);
     basKalibrierungWendral::Main(words.join(u' '), locale, windows, dialogs);
     return QApplication::exec();
 }

@@ -152,7 +152,7 @@ void frmAssistent::placeWindow()
         return;
     const QRect free = screen()->availableGeometry();
     const int em = fontMetrics().height();
-    resize(QSize(em * 62, em * 44).boundedTo(free.size() * 0.95));
+    resize(QSize(em * 66, em * 47).boundedTo(free.size() * 0.95));
     move(free.center() - rect().center());
 }
 

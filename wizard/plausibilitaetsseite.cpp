@@ -99,6 +99,9 @@ void Plausibilitaetsseite::fill()
     lvPlausibilität->clear();
     for (const Zeile &row : plausibilitaet::zeilen(document()))
         addRow(row.groesse, row.wert, row.wertung, row.art == Zeile::Art::Gruppe);
+    // All of it: the list lays itself out in its next paint event, and what it then asks to be
+    // painted beyond that event's part is lost. Old numbers would stay in sight.
+    lvPlausibilität->viewport()->update();
 
     const Urteil result = plausibilitaet::urteil(document());
     const QString key = result.gut ? QStringLiteral("Info") : QStringLiteral("Examination");

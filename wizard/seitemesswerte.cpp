@@ -52,6 +52,7 @@ void SeiteMesswerte::fill()
     m_table->grid().setColAlignment(IndirectColumn, Qt::AlignRight);
     m_table->grid().setSourcedRows(m_firstRows.back(), [this](int row) { return rowTexts(row); });
     m_table->showCell(firstRow, DirectColumn);
+    m_table->grid().refresh(); // all of it, not only what is laid out anew
 }
 
 // Every column gets as much as its texts need, none starves for a very long name.

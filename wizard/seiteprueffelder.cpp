@@ -116,6 +116,7 @@ void SeitePrueffelder::fillFields(std::int32_t count)
     m_fields->grid().setColAlignment(ValueColumn, Qt::AlignRight);
     m_fields->grid().setSourcedRows(count + 1, [this](int row) { return fieldRow(row); });
     m_fields->showCell(1, NameColumn);
+    m_fields->grid().refresh(); // all of it, not only what is laid out anew
 }
 
 QStringList SeitePrueffelder::fieldRow(int row)

@@ -5,6 +5,7 @@
 #include "core/urteil.h"
 
 #include <QLabel>
+#include <QPaintEvent>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTextEdit>
@@ -18,6 +19,8 @@ class TestAblauf : public QObject
 private slots:
     void fileSavedOnPageFourShowsItsList();
     void anotherFileShowsItsOwnResults();
+    void newResultsAreAllPainted_data();
+    void newResultsAreAllPainted();
     void optionsAreOpenedModallyAndThePageIsEnteredAgain();
     void changedMinimumFlipsTheVerdictAtOnce();
     void windowThatDoesNotOpenIsReported();
@@ -85,6 +88,50 @@ void TestAblauf::anotherFileShowsItsOwnResults()
     QCOMPARE(list->topLevelItem(7)->text(1), other.StatistikVarianzString(mIndirekt));
     QVERIFY(list->topLevelItem(7)->text(1) != old);
     QVERIFY(verdict(f).contains(u"darf somit nicht"_qs));
+}
+
+namespace {
+
+// What has been painted of a widget.
+struct PaintedRegion : QObject
+{
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+    QRegion region;
+};
+
+} // namespace
+
+// A part of the window, such as the row under a menu that closes, is painted first.
+void TestAblauf::newResultsAreAllPainted_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::newRow("fields") << 2;
+    QTest::newRow("values") << 3;
+    QTest::newRow("results") << 4;
+}
+
+void TestAblauf::newResultsAreAllPainted()
+{
+    QFETCH(int, page);
+    PageFixture f(page);
+    f.open();
+    const QStringList views{fieldsGrid, valuesGrid, u"lvPlausibilität"_qs};
+    auto *list = f.find<QWidget>(views.at(page - 2));
+    auto *area = page == 4 ? f.find<QTreeWidget>(views.at(2))->viewport()
+                           : f.grid(views.at(page - 2)).table()->viewport();
+    QVERIFY(list->isVisible());
+    QCoreApplication::processEvents();
+    PaintedRegion painted;
+    area->installEventFilter(&painted);
+    f.window->FileOpen(f.window->FileName());
+    area->repaint(QRect(0, 0, 20, 10));
+    QTest::qWait(50);
+    QVERIFY((QRegion(area->rect()) - painted.region).isEmpty());
 }
 
 void TestAblauf::optionsAreOpenedModallyAndThePageIsEnteredAgain()
