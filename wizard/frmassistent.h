@@ -23,7 +23,7 @@ class SeitePrueffelder;
 ///
 /// It orders the pages and knows nothing of their controls. A page is built when it is entered for
 /// the first time.
-class frmAssistent : public QMainWindow, private Dateibefehle::Fenster
+class frmAssistent final : public QMainWindow, private Dateibefehle::Fenster
 {
     Q_OBJECT
 
