@@ -1,0 +1,46 @@
+"""What the tests have in common: one desk for all tests of a process, a new user for each test."""
+
+import os
+import pathlib
+import unittest
+
+from desk import Desk
+from program import Program
+
+EXAMPLE = pathlib.Path(os.environ["WENDRAL_EXAMPLE"])  # a calibration file that opens on the plausibility page
+
+_desk = None
+
+
+def setUpModule():
+    global _desk
+    _desk = Desk().__enter__()
+
+
+def tearDownModule():
+    _desk.__exit__()
+
+
+class EndToEndTest(unittest.TestCase):
+    numbers = "de_DE"
+
+    def setUp(self):
+        self.user = self.new_user()
+        self.home = self.user.home
+
+    def new_user(self):
+        return _desk.user(self.numbers)
+
+    def start(self, *arguments):
+        """Starts the program; it is ended when the test ends, and must not have complained until then."""
+        program = Program(_desk, self.user, arguments)
+        self.addCleanup(self._end, program)
+        return program
+
+    def _end(self, program):
+        program.kill()
+        self.assertEqual(program.complaints(), "")
+
+
+def main():
+    unittest.main(verbosity=2, warnings="ignore")
