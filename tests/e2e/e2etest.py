@@ -21,6 +21,13 @@ def tearDownModule():
     _desk.__exit__()
 
 
+def long_example(entries):
+    """The bytes of the example with so many further entries, which the program keeps as they are."""
+    start, end = EXAMPLE.read_bytes().split(b"</rs:insert>")
+    rows = (f"<z:row Variable='Weiterer Eintrag {i}' Wert='Beispiel {i}'/>\r\n" for i in range(entries))
+    return start + "".join(rows).encode() + b"</rs:insert>" + end
+
+
 class EndToEndTest(unittest.TestCase):
     numbers = "de_DE"
 
@@ -39,7 +46,10 @@ class EndToEndTest(unittest.TestCase):
 
     def _end(self, program):
         program.kill()
-        self.assertEqual(program.complaints(), "")
+        self.expect_no_complaint(program.complaints())
+
+    def expect_no_complaint(self, complaints):
+        self.assertEqual(complaints, "")
 
 
 def main():

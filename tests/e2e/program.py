@@ -4,6 +4,7 @@ Controls are found by their accessible names only; nothing here knows a class of
 """
 
 import os
+import re
 import resource
 import signal
 import subprocess
@@ -11,8 +12,9 @@ import time
 
 from desk import die_with_parent
 
-PATIENCE_SECONDS = 60
+PATIENCE_SECONDS = int(os.environ.get("WENDRAL_PATIENCE", "60"))
 POLL_SECONDS = 0.01
+MISSED_SECONDS = 0.5
 PRODUCT = "Kalibrierung nach Wendral"
 NOT_DESCENDED = ("table", "tree", "list")  # they may have thousands of cells
 
@@ -143,10 +145,36 @@ class Program:
 
     def window(self, title=None):
         """Waits until a window, or the one of that title, has the keyboard."""
+        missed_since = None
+
         def found():
+            nonlocal missed_since
             window = self.active_window()
-            return window if window and (title is None or window.get_name() == title) else None
-        return self.wait_until(found, f"a window „{title or ''}“ has the keyboard")
+            if window and title in (None, window.get_name()):
+                return window
+            wanted = [window for window in self.windows() if title in (None, window.get_name())]
+            missed_since = (missed_since or time.monotonic()) if wanted else None
+            if wanted and time.monotonic() - missed_since > MISSED_SECONDS:
+                self._choose_window(wanted[-1])
+                missed_since = None
+            return None
+        try:
+            return self.wait_until(found, f"a window „{title or ''}“ has the keyboard")
+        except TookTooLong as failure:
+            raise TookTooLong(f"{failure}; there are {self.describe()}") from None
+
+    def _choose_window(self, window):
+        """Makes a window active as a click into it would. When two boxes close at once, the window manager may leave
+        the keyboard with one that is gone, or with a window behind."""
+        subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(window.get_name())}$",
+                        "windowactivate"], env=self._environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def describe(self):
+        """The windows that show and, of message boxes, their texts; for failures."""
+        return [(window.get_role_name(), window.get_name(),
+                 [control.get_name() for control in self.controls(window)
+                  if window.get_role_name() == "alert" and control.get_role_name() == "label"])
+                for window in self.windows()]
 
     def find_now(self, name, role=None):
         """The control of that name in the active window, or None."""
@@ -181,11 +209,15 @@ class Program:
         self.keys(*(KEY_NAMES.get(character, character) for character in text))
 
     def focus(self, name, role=None):
+        """Gives a control the keyboard; tables and lists, which can't be told to take it, by the tab key."""
         def focused():
             control = self.find_now(name, role)
             if not control or self.is_(control, "FOCUSED"):
                 return control
-            control.get_component_iface().grab_focus()
+            if control.get_role_name() in NOT_DESCENDED:
+                self.keys("Tab")
+            else:
+                control.get_component_iface().grab_focus()
             return None
         return self.wait_until(focused, f"„{name}“ has the focus")
 

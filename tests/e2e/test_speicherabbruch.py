@@ -6,14 +6,16 @@ import shutil
 import subprocess
 import time
 
-from e2etest import EXAMPLE, EndToEndTest, main, setUpModule, tearDownModule  # noqa: F401 - unittest calls them
+from e2etest import (EndToEndTest, long_example, main, setUpModule,  # noqa: F401 - unittest calls them
+                     tearDownModule)
 from rowset import rows
 from wizard import go_back, open_file, wait_for_title
 
 KILLS = int(os.environ.get("WENDRAL_KILLS", "200"))
-ENTRIES = 5000
+ENTRIES = 5000  # so that writing takes its time
 SAVES = 12  # are under way when the kill comes
 LONGEST_SECONDS = 0.2  # about as long as these saves take
+LONGEST_WRITE_SECONDS = 0.0005
 KEY = "Messwert direktes Prüfmerkmal 1.1"
 DIGITS = "123456789"
 
@@ -27,7 +29,7 @@ class KilledSaves(EndToEndTest):
         met = dict.fromkeys(DIGITS, 0)
         cut_short = 0
         for number in range(1, KILLS + 1):
-            self.kill_while_saving()
+            self.kill_while_saving(in_a_write=number % 2 == 0)
             content = self.file.read_bytes()
             self.assertTrue(content in versions, f"kill {number}, seed {seed}: a file of {len(content)} bytes")
             self.digit = versions[content]
@@ -38,7 +40,7 @@ class KilledSaves(EndToEndTest):
 
     def make_versions(self):
         """The digit that the first value has, by the bytes that the program then saves."""
-        self.file.write_text(self.long_file(), encoding="utf-8", newline="")
+        self.file.write_bytes(long_example(ENTRIES))
         program = self.start()
         open_file(program, self.file)
         go_back(program, 3)
@@ -54,28 +56,29 @@ class KilledSaves(EndToEndTest):
         return versions
 
     @staticmethod
-    def long_file():
-        """The example with so many further entries, which the program keeps, that writing it takes its time."""
-        with open(EXAMPLE, encoding="utf-8", newline="") as example:
-            start, end = example.read().split("</rs:insert>")
-        entries = (f"<z:row Variable='Weiterer Eintrag {i}' Wert='Beispiel {i}'/>\r\n" for i in range(ENTRIES))
-        return start + "".join(entries) + "</rs:insert>" + end
-
-    @staticmethod
     def typed_and_saved(digits):
         """Keys that put each digit into the current cell, stay there and save."""
         return [key for digit in digits for key in (digit, "Return", "Left", "ctrl+s")]
 
-    def kill_while_saving(self):
+    def kill_while_saving(self, in_a_write):
         self.user = self.user_with_same_settings()
         with self.start() as program:
             program.keys("alt+d", *["Down"] * 4, "Return")  # the file that was opened last
             wait_for_title(program, self.file)
             program.focus("Messwerte", "table")
             typing = program.begin_keys(*self.typed_and_saved(self.next_digits()))
-            time.sleep(self.random.uniform(0, LONGEST_SECONDS))
+            if in_a_write:
+                self.wait_for_a_write(typing)
+            else:
+                time.sleep(self.random.uniform(0, LONGEST_SECONDS))
             program.kill()
             typing.wait()  # what is left goes to nobody
+
+    def wait_for_a_write(self, typing):
+        """Until the new file is being written beside the old one, and some moments longer."""
+        while len(os.listdir(self.home)) == 1 and typing.poll() is None:
+            pass
+        time.sleep(self.random.uniform(0, LONGEST_WRITE_SECONDS))
 
     def next_digits(self):
         """In turn from what the file holds on, so that every save has a change to write."""
