@@ -34,6 +34,8 @@ private slots:
     void symbolAloneIsCompleted();
     void completionLeavesOtherTextsAlone();
     void shortcutToTheNextPageCompletesToo();
+    void shortcutBackCompletesAndChecksNothing();
+    void longTextsShowFromTheirBeginning();
     void wheelChangesNothing();
     void typingIsNeverCompletedOrReplaced();
     void arrowKeysCountAndClamp();
@@ -385,6 +387,43 @@ void TestSeiteParameter::shortcutToTheNextPageCompletesToo()
     QVERIFY(f.dialogs.shown.empty());
     QCOMPARE(f.document.IndirektesPrüfmerkmal().Name(),
              u"Messwert Flächendeckende Dynamische Verdichtungskontrolle"_qs);
+}
+
+void TestSeiteParameter::shortcutBackCompletesAndChecksNothing()
+{
+    WizardFixture f;
+    f.open();
+    f.find<QComboBox>(nineBoxes[0])->setEditText(u"x"_qs);
+    auto *symbol = f.find<QComboBox>(nineBoxes[4]);
+    symbol->setFocus();
+    QCoreApplication::processEvents();
+    QTest::keyClicks(symbol, u"EVD"_qs);
+    QTest::keyClick(f.window.get(), Qt::Key_Z, Qt::AltModifier);
+    QTRY_COMPARE(f.activePage(), 0);
+    QCoreApplication::processEvents();
+    QVERIFY(f.dialogs.shown.empty());
+    QCOMPARE(f.document.IndirektesPrüfmerkmal().Name(), u"Dynamischer Verformungsmodul"_qs);
+    QCOMPARE(f.document.IndirektesPrüfmerkmal().Einheit(), u"MN/m²"_qs);
+}
+
+void TestSeiteParameter::longTextsShowFromTheirBeginning()
+{
+    const QString longName = u"Messwert Flächendeckende Dynamische Verdichtungskontrolle"_qs;
+    WizardFixture f;
+    f.document.DirektesPrüfmerkmal().setName(longName);
+    f.open();
+    const auto cursor = [&](int box) {
+        return f.find<QComboBox>(nineBoxes[box])->lineEdit()->cursorPosition();
+    };
+    QCOMPARE(f.find<QComboBox>(nineBoxes[0])->currentText(), longName);
+    QCOMPARE(cursor(0), 0);
+    QCOMPARE(cursor(6), 0);
+    auto *chosen = f.find<QComboBox>(nineBoxes[3]);
+    chosen->showPopup();
+    QTest::keyClick(chosen->view(), Qt::Key_End);
+    QTest::keyClick(chosen->view(), Qt::Key_Return);
+    QCOMPARE(chosen->currentText(), longName);
+    QCOMPARE(cursor(3), 0);
 }
 
 void TestSeiteParameter::wheelChangesNothing()
