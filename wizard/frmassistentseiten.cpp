@@ -127,6 +127,9 @@ void frmAssistent::enterFirstPage()
 
 void frmAssistent::enterPage(std::optional<int> number)
 {
+    // The page that is shown still, which need not be the one to be entered.
+    if (AssistentSeite *left = m_pages[static_cast<std::size_t>(activePage())])
+        left->finishEditing();
     if (number && PageShowable(*number))
         setActivePage(*number);
     ctlAssistent1->GoToPage(0);

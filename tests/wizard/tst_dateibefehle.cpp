@@ -20,6 +20,7 @@ class TestDateibefehle : public QObject
 private slots:
     void cleanDocumentIsReplacedWithoutAQuestion();
     void newForgetsFileNameTitleAndPage();
+    void newStartsWithTheWelcomePage();
     void cancelLeavesEverything_data();
     void cancelLeavesEverything();
     void typedTextAloneCountsAsAChange();
@@ -155,6 +156,18 @@ void TestDateibefehle::newForgetsFileNameTitleAndPage()
     QCOMPARE(f.document.DirektesPrüfmerkmal().Name(), u""_qs);
     QVERIFY(!f.document.IsDirty());
     QCOMPARE(f.find<QComboBox>(u"cboDirektesPrüfmerkmal"_qs)->currentText(), u""_qs);
+}
+
+void TestDateibefehle::newStartsWithTheWelcomePage()
+{
+    WizardFixture f({QLocale::German}, false);
+    f.open();
+    f.find<QPushButton>(u"cmdNext"_qs)->click();
+    QCOMPARE(f.activePage(), 1);
+    trigger(f, u"mf_new"_qs);
+    QCOMPARE(f.activePage(), 0);
+    QTRY_VERIFY(f.find<QPushButton>(u"cmdNext"_qs)->hasFocus());
+    QVERIFY(f.dialogs.questions.isEmpty());
 }
 
 void TestDateibefehle::cancelLeavesEverything_data()

@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QToolButton>
 #include <QWheelEvent>
@@ -305,6 +307,15 @@ void TestSeiteParameter::navigationButtonsMenusAndListsCheckNothing()
     first->showPopup();
     QCoreApplication::processEvents();
     first->hidePopup();
+    QCoreApplication::processEvents();
+    QVERIFY(f.dialogs.shown.empty());
+    first->setFocus();
+    auto *menu = f.find<QMenu>(u"m_File"_qs);
+    QTest::keyClick(f.window.get(), Qt::Key_D, Qt::AltModifier);
+    QTRY_VERIFY(menu->isVisible());
+    QTest::keyClick(menu, Qt::Key_Escape);
+    QTRY_VERIFY(!menu->isVisible());
+    QTest::keyClick(f.window->menuBar(), Qt::Key_Escape);
     QCoreApplication::processEvents();
     QVERIFY(f.dialogs.shown.empty());
     first->setFocus();
