@@ -1,11 +1,22 @@
-# What is installed where. The program and Wendral.chm lie together, for it looks for its help in its
-# own folder; a link brings it into the path.
-include(GNUInstallDirs)
+# What is installed where. The program and its help lie together, for it looks for help in its own
+# folder; links bring the program into the path and the pages, which are for every processor, from
+# their shared place.
 if(WIN32)
   set(WENDRAL_PROGRAM_DIR ".")
+  set(WENDRAL_PAGES_DIR "Wendral")
 else()
   set(WENDRAL_PROGRAM_DIR "lib/kalibrierung-wendral")
+  set(WENDRAL_PAGES_DIR "share/kalibrierung-wendral/Wendral")
 endif()
+
+# Links PLACE below the prefix to TARGET, which is relative to PLACE's folder.
+function(wendral_install_link target place)
+  cmake_path(GET place PARENT_PATH folder)
+  install(CODE "
+    set(root \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
+    file(MAKE_DIRECTORY \"\${root}/${folder}\")
+    file(CREATE_LINK \"${target}\" \"\${root}/${place}\" SYMBOLIC)")
+endfunction()
 
 function(wendral_install_programs)
   install(TARGETS kalibrierung_wendral RUNTIME DESTINATION "${WENDRAL_PROGRAM_DIR}")
@@ -13,10 +24,8 @@ function(wendral_install_programs)
     install(TARGETS kalibrierung_auswertung RUNTIME DESTINATION "${WENDRAL_PROGRAM_DIR}")
     return()
   endif()
-  install(TARGETS kalibrierung_auswertung RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
-  install(CODE "
-    set(bin \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
-    file(MAKE_DIRECTORY \"\${bin}\")
-    file(CREATE_LINK ../${WENDRAL_PROGRAM_DIR}/kalibrierung-wendral
-      \"\${bin}/kalibrierung-wendral\" SYMBOLIC)")
+  install(TARGETS kalibrierung_auswertung RUNTIME DESTINATION bin)
+  wendral_install_link(../lib/kalibrierung-wendral/kalibrierung-wendral bin/kalibrierung-wendral)
+  wendral_install_link(../../share/kalibrierung-wendral/Wendral lib/kalibrierung-wendral/Wendral)
+  wendral_install_link(../../kalibrierung-wendral/Wendral share/doc/kalibrierung-wendral/html)
 endfunction()

@@ -23,7 +23,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # What no library tells: Qt's German texts, the serif font of the protocol with its measures, and the
 # plug-in that draws the preview's SVG icons.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-translations-l10n, fonts-liberation, libqt6svg6")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "cups-client")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "kchmviewer | xchm")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

@@ -23,6 +23,7 @@ from html.parser import HTMLParser
 TITLE = "Kalibrierung nach Wendral"
 GERMAN = "0x407 Deutsch (Deutschland)"
 CHARSET = '<meta http-equiv="Content-Type" content="text/html; charset=us-ascii">'
+TABLE = '<table border="1" cellspacing="0" cellpadding="4">'  # for viewers that know no style sheets
 
 
 class Outline(HTMLParser):
@@ -119,6 +120,7 @@ def place_page(source, target):
     text, count = re.subn(r'<meta charset="utf-8">', CHARSET, source.read_text(encoding="utf-8"))
     if count != 1:
         sys.exit("%s does not say that it is UTF-8" % source)
+    text = text.replace("<table>", TABLE)
     target.write_bytes(text.encode("ascii", "xmlcharrefreplace"))
 
 

@@ -1,3 +1,4 @@
+cmake_minimum_required(VERSION 3.25)
 # Fails unless the pages, and where there is a compiler the compiled file, lie beside the program.
 #   cmake -DHELP=DIR -DPROGRAM_FOLDER=DIR -DCHMCMD=PROGRAM -P check_placed.cmake
 file(GLOB_RECURSE pages RELATIVE "${HELP}" "${HELP}/*.html" "${HELP}/*.css" "${HELP}/*.png")
