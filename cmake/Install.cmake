@@ -1,6 +1,6 @@
-# What is installed where. The program and its help lie together, for it looks for help in its own
-# folder; links bring the program into the path and the pages, which are for every processor, from
-# their shared place.
+# What is installed where. A program's parts lie together, for it looks for its help and for its other
+# half in its own folder; links bring the programs into the path, and the pages from the place that is
+# shared by all processors.
 if(WIN32)
   set(WENDRAL_PROGRAM_DIR ".")
   set(WENDRAL_PAGES_DIR "Wendral")
@@ -19,13 +19,13 @@ function(wendral_install_link target place)
 endfunction()
 
 function(wendral_install_programs)
-  install(TARGETS kalibrierung_wendral RUNTIME DESTINATION "${WENDRAL_PROGRAM_DIR}")
+  install(TARGETS kalibrierung_wendral kalibrierung_auswertung kalibrierung_protokoll
+    RUNTIME DESTINATION "${WENDRAL_PROGRAM_DIR}")
   if(WIN32)
-    install(TARGETS kalibrierung_auswertung RUNTIME DESTINATION "${WENDRAL_PROGRAM_DIR}")
     return()
   endif()
-  install(TARGETS kalibrierung_auswertung RUNTIME DESTINATION bin)
   wendral_install_link(../lib/kalibrierung-wendral/kalibrierung-wendral bin/kalibrierung-wendral)
+  wendral_install_link(../lib/kalibrierung-wendral/kalibrierung-auswertung bin/kalibrierung-auswertung)
   wendral_install_link(../../share/kalibrierung-wendral/Wendral lib/kalibrierung-wendral/Wendral)
   wendral_install_link(../../kalibrierung-wendral/Wendral share/doc/kalibrierung-wendral/html)
 endfunction()

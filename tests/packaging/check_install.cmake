@@ -1,6 +1,6 @@
 cmake_minimum_required(VERSION 3.25)
 # Installs a build into a folder of its own and fails unless everything is there, and nothing else.
-#   cmake -DBUILD=DIR -DTARGET=DIR -DHELP=DIR -DCHMCMD=PROGRAM -P check_install.cmake
+#   cmake -DBUILD=DIR -DTARGET=DIR -DHELP=DIR -DCHMCMD=PROGRAM -DEXAMPLE=FILE -P check_install.cmake
 file(REMOVE_RECURSE "${TARGET}")
 execute_process(COMMAND ${CMAKE_COMMAND} --install "${BUILD}" --prefix "${TARGET}"
   OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
@@ -9,6 +9,8 @@ set(expected
   bin/kalibrierung-auswertung
   bin/kalibrierung-wendral
   lib/kalibrierung-wendral/Wendral
+  lib/kalibrierung-wendral/kalibrierung-auswertung
+  lib/kalibrierung-wendral/kalibrierung-protokoll
   lib/kalibrierung-wendral/kalibrierung-wendral
   share/applications/kalibrierung-wendral.desktop
   share/doc/kalibrierung-wendral/copyright
@@ -44,7 +46,7 @@ foreach(path IN LISTS installed)
 endforeach()
 
 # Links lead somewhere, wherever the folder is moved to, and the program starts through its own.
-foreach(link IN ITEMS bin/kalibrierung-wendral lib/kalibrierung-wendral/Wendral share/doc/kalibrierung-wendral/html)
+foreach(link IN ITEMS bin/kalibrierung-wendral bin/kalibrierung-auswertung lib/kalibrierung-wendral/Wendral share/doc/kalibrierung-wendral/html)
   file(READ_SYMLINK "${TARGET}/${link}" leads_to)
   if(IS_ABSOLUTE "${leads_to}" OR NOT EXISTS "${TARGET}/${link}")
     message(SEND_ERROR "${link} leads to ${leads_to}")
@@ -52,6 +54,12 @@ foreach(link IN ITEMS bin/kalibrierung-wendral lib/kalibrierung-wendral/Wendral 
 endforeach()
 if(NOT EXISTS "${TARGET}/lib/kalibrierung-wendral/Wendral/index.html")
   message(SEND_ERROR "The program does not find its pages")
+endif()
+execute_process(COMMAND "${TARGET}/bin/kalibrierung-auswertung" --protokoll "${TARGET}/protokoll.pdf" "${EXAMPLE}"
+  OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+file(READ "${TARGET}/protokoll.pdf" start LIMIT 5 HEX)
+if(NOT start STREQUAL "255044462d") # %PDF-
+  message(SEND_ERROR "The installed program writes no protocol")
 endif()
 foreach(option IN ITEMS --version --help)
   execute_process(COMMAND "${TARGET}/bin/kalibrierung-auswertung" ${option}
