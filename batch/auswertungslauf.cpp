@@ -1,9 +1,9 @@
 #include "batch/auswertungslauf.h"
 
+#include "batch/ausgabeziele.h"
 #include "batch/csvbericht.h"
 #include "batch/geordneterlauf.h"
 #include "batch/jsonbericht.h"
-#include "batch/tabellenziele.h"
 #include "batch/textbericht.h"
 #include "core/kalibrierung.h"
 #include "export/tabellenausgabe.h"
@@ -33,6 +33,13 @@ QByteArray errorLine(const QString &file, const RunTimeError &error)
         .toUtf8();
 }
 
+// Where spreadsheets and protocols go; empty without them.
+struct Ziele
+{
+    Ausgabeziele tabellen;
+    Ausgabeziele protokolle;
+};
+
 // What one file gives.
 struct Dateiergebnis
 {
@@ -45,8 +52,12 @@ struct Dateiergebnis
 class Auswerter
 {
 public:
-    Auswerter(const Optionen &options, const QStringList &spreadsheets)
-        : m_options(options), m_spreadsheets(spreadsheets), m_document(options.locale)
+    Auswerter(const Optionen &options, const Ziele &targets,
+              const Protokollschreiber &writeProtocol)
+        : m_options(options)
+        , m_targets(targets)
+        , m_writeProtocol(writeProtocol)
+        , m_document(options.locale)
     {
     }
 
@@ -59,7 +70,8 @@ private:
     QByteArray bericht(const QString &file);
 
     const Optionen &m_options;
-    const QStringList &m_spreadsheets;
+    const Ziele &m_targets;
+    const Protokollschreiber &m_writeProtocol;
     Kalibrierung m_document; ///< one for all files: loading replaces everything
 };
 
@@ -107,11 +119,14 @@ void Auswerter::schreibeZiele(std::size_t number, Dateiergebnis &result)
     const QString &copy = m_options.speichern;
     if (!copy.isEmpty())
         note(copy, versuche([&] { m_document.SaveFile(copy); }));
-    if (m_spreadsheets.isEmpty())
-        return;
-    const QString &spreadsheet = m_spreadsheets[static_cast<qsizetype>(number)];
-    note(spreadsheet,
-         versuche([&] { schreibeTabelle(m_document, spreadsheet, m_options.zeitpunkt); }));
+    if (!m_targets.tabellen.dateien.isEmpty()) {
+        const QString &target = m_targets.tabellen.dateien[static_cast<qsizetype>(number)];
+        note(target, versuche([&] { schreibeTabelle(m_document, target, m_options.zeitpunkt); }));
+    }
+    if (!m_targets.protokolle.dateien.isEmpty()) {
+        const QString &target = m_targets.protokolle.dateien[static_cast<qsizetype>(number)];
+        note(target, versuche([&] { m_writeProtocol(m_document, m_options.typ, target); }));
+    }
 }
 
 QByteArray Auswerter::bericht(const QString &file)
@@ -177,24 +192,46 @@ QByteArray usageLine(const QString &text)
         .toUtf8();
 }
 
-// The input file that lies in a spreadsheet's place and would be lost; empty where none does.
-QString getroffeneEingabe(const QStringList &inputs, const QStringList &targets)
+// The path that tells two names of one file apart from two files, also before it is there.
+QString wahrerPfad(const QString &file)
 {
-    QSet<QString> paths;
-    for (const QString &input : inputs)
-        paths.insert(QFileInfo(input).canonicalFilePath());
-    paths.remove(QString()); // files that are missing
-    for (const QString &target : targets) {
-        const QFileInfo info(target);
-        if (info.exists() && paths.contains(info.canonicalFilePath()))
-            return target;
+    const QFileInfo info(file);
+    return info.exists() ? info.canonicalFilePath() : QDir::cleanPath(info.absoluteFilePath());
+}
+
+// Why the files and targets of \a options can't go together: an output would replace an input or
+// another output. Empty where all is well.
+QString überschneidung(const Optionen &options, const Ziele &targets)
+{
+    QSet<QString> inputs;
+    for (const QString &input : options.dateien)
+        inputs.insert(wahrerPfad(input));
+    QSet<QString> outputs;
+    if (!options.speichern.isEmpty()) // may be the input itself: saved where it was loaded
+        outputs.insert(wahrerPfad(options.speichern));
+    for (const QString &target : targets.tabellen.dateien + targets.protokolle.dateien) {
+        const QString path = wahrerPfad(target);
+        if (inputs.contains(path))
+            return u"„%1“ ist eine der angegebenen Dateien."_qs.arg(target);
+        if (outputs.contains(path))
+            return u"„%1“ ist Ziel von zwei Ausgaben."_qs.arg(target);
+        outputs.insert(path);
     }
     return {};
 }
 
+Ziele zieleVon(const Optionen &options)
+{
+    const auto targets = [&](const QString &target, const QString &suffix) {
+        return target.isEmpty() ? Ausgabeziele{} : ausgabeziele(options.dateien, target, suffix);
+    };
+    return {targets(options.tabelle, u".xlsx"_qs), targets(options.protokoll, u".pdf"_qs)};
+}
+
 } // namespace
 
-int auswertungslauf(const Optionen &options, const Ausgabe &output, const Ausgabe &errors)
+int auswertungslauf(const Optionen &options, const Ausgabe &output, const Ausgabe &errors,
+                    const Protokollschreiber &writeProtocol)
 {
     if (!options.fehler.isEmpty()) {
         errors(usageLine(options.fehler));
@@ -202,22 +239,21 @@ int auswertungslauf(const Optionen &options, const Ausgabe &output, const Ausgab
     }
     if (options.hilfe || options.version)
         return output((options.hilfe ? hilfetext() : versionstext()).toUtf8()) ? 0 : 1;
-    Tabellenziele spreadsheets;
-    if (!options.tabelle.isEmpty())
-        spreadsheets = tabellenziele(options.dateien, options.tabelle);
-    if (const QString hit = getroffeneEingabe(options.dateien, spreadsheets.dateien);
-        !hit.isEmpty()) {
-        errors(usageLine(u"„%1“ ist eine der angegebenen Dateien."_qs.arg(hit)));
+    const Ziele targets = zieleVon(options);
+    if (const QString fault = überschneidung(options, targets); !fault.isEmpty()) {
+        errors(usageLine(fault));
         return 2;
     }
-    if (!spreadsheets.ordner.isEmpty())
-        QDir().mkpath(spreadsheets.ordner); // where that fails, every file says so
+    for (const QString &folder : {targets.tabellen.ordner, targets.protokolle.ordner}) {
+        if (!folder.isEmpty())
+            QDir().mkpath(folder); // where that fails, every file says so
+    }
 
     Schreiber writer(options, output, errors);
     GeordneterLauf<Dateiergebnis>::laufe(
         static_cast<std::size_t>(options.dateien.size()), threadsFor(options),
         [&] {
-            const auto worker = std::make_shared<Auswerter>(options, spreadsheets.dateien);
+            const auto worker = std::make_shared<Auswerter>(options, targets, writeProtocol);
             return [worker](std::size_t number) { return worker->werteAus(number); };
         },
         [&](const Dateiergebnis &result) { writer.nimm(result); });

@@ -4,8 +4,9 @@
 
 namespace {
 
-const QStringList valueOptions{u"--format"_qs, u"--gebietsschema"_qs, u"--speichern"_qs,
-                               u"--tabelle"_qs, u"--parallel"_qs};
+const QStringList valueOptions{u"--format"_qs,  u"--gebietsschema"_qs, u"--speichern"_qs,
+                               u"--tabelle"_qs, u"--protokoll"_qs,     u"--typ"_qs,
+                               u"--parallel"_qs};
 
 // Takes words one after the other; the first fault ends the reading.
 class Leser
@@ -70,6 +71,10 @@ private:
             setzeZiel(name, value, m_result.speichern);
         else if (name == u"--tabelle")
             setzeZiel(name, value, m_result.tabelle);
+        else if (name == u"--protokoll")
+            setzeZiel(name, value, m_result.protokoll);
+        else if (name == u"--typ")
+            setzeTyp(value);
         else if (name == u"--parallel")
             setzeParallel(value);
         else
@@ -97,6 +102,15 @@ private:
             m_result.fehler = u"Die Option „%1“ braucht einen Dateinamen."_qs.arg(name);
     }
 
+    void setzeTyp(const QString &value)
+    {
+        m_hasType = true;
+        m_result.typ = value == u"1" ? 1 : 0;
+        if (value != u"0" && value != u"1")
+            m_result.fehler =
+                u"„%1“ ist kein Protokolltyp; möglich sind „0“ und „1“."_qs.arg(value);
+    }
+
     void setzeParallel(const QString &value)
     {
         constexpr unsigned most = 256;
@@ -120,15 +134,26 @@ private:
             m_result.fehler = u"Es ist keine Datei angegeben."_qs;
         else if (!m_result.speichern.isEmpty() && m_result.dateien.size() > 1)
             m_result.fehler = u"Mit „--speichern“ ist nur eine Datei möglich."_qs;
-        else if (m_result.dateien.size() > 1 &&
-                 m_result.tabelle.endsWith(u".xlsx", Qt::CaseInsensitive))
-            m_result.fehler =
-                u"Mit mehreren Dateien braucht „--tabelle“ einen Ordner, in den sie kommen."_qs;
+        else if (m_hasType && m_result.protokoll.isEmpty())
+            m_result.fehler = u"„--typ“ gilt nur zusammen mit „--protokoll“."_qs;
+        else if (m_result.dateien.size() > 1)
+            prüfeOrdner();
+    }
+
+    void prüfeOrdner()
+    {
+        const QString message =
+            u"Mit mehreren Dateien braucht „%1“ einen Ordner, in den sie kommen."_qs;
+        if (m_result.tabelle.endsWith(u".xlsx", Qt::CaseInsensitive))
+            m_result.fehler = message.arg(u"--tabelle"_qs);
+        else if (m_result.protokoll.endsWith(u".pdf", Qt::CaseInsensitive))
+            m_result.fehler = message.arg(u"--protokoll"_qs);
     }
 
     QStringList m_words;
     Optionen m_result;
     bool m_onlyFiles = false;
+    bool m_hasType = false;
 };
 
 } // namespace
@@ -150,6 +175,11 @@ QString hilfetext()
            u"                         Diagrammen ablegen; bei mehreren Dateien ist ZIEL ein "
            u"Ordner,\n"
            u"                         die Namen folgen den Dateien\n"
+           u"  --protokoll ZIEL.pdf   das Protokoll der Datei als PDF ablegen; bei mehreren "
+           u"Dateien\n"
+           u"                         ist ZIEL ein Ordner\n"
+           u"  --typ 0|1              Protokoll mit Anlegen des Kalibrierfeldes (0, Vorgabe) oder\n"
+           u"                         nur mit den Ergebnissen (1)\n"
            u"  --parallel N           so viele Dateien gleichzeitig auswerten (1 bis 256); "
            u"Vorgabe\n"
            u"                         sind alle Prozessoren; die Ausgabe folgt immer der Reihe\n"
@@ -161,7 +191,7 @@ QString hilfetext()
            u"  --version              Programmversion\n"
            u"\n"
            u"Rückgabewert: 0 alle Dateien gelesen, 1 mindestens eine Datei nicht gelesen, nicht\n"
-           u"gespeichert oder nicht als Tabelle abgelegt, 2 falscher Aufruf.\n"_qs;
+           u"gespeichert oder nicht als Tabelle oder Protokoll abgelegt, 2 falscher Aufruf.\n"_qs;
 }
 
 QString versionstext()

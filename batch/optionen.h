@@ -13,6 +13,8 @@ struct Optionen
     QLocale locale;
     QString speichern;     ///< target of --speichern, empty without it
     QString tabelle;       ///< target of --tabelle, empty without it
+    QString protokoll;     ///< target of --protokoll, empty without it
+    int typ = 0;           ///< type of the protocol, 0 or 1
     unsigned parallel = 0; ///< threads; 0 for as many as there are processors
     QDateTime zeitpunkt;   ///< date in the properties of spreadsheets
     QStringList dateien;

@@ -285,8 +285,13 @@ QString Kalibrierung::nameOr(const QString &key, const QString &fallback) const
 
 void Kalibrierung::storeName(const QString &key, const QString &name, const QString &fallback)
 {
-    if (name != fallback || m_store.exists(key))
+    if (m_store.exists(key)) {
         DataStoreLet(key, name);
+    } else if (name != fallback) {
+        // An empty name, too, is a change here, though its entry would read the same.
+        m_store.set(key, name);
+        setIsDirty(true);
+    }
 }
 
 QString Kalibrierung::PrüffeldName(std::int32_t prüffeld) const

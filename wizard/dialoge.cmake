@@ -4,6 +4,7 @@ target_sources(kalibrierung_wizard PRIVATE
   bilder.cpp bilder.h
   bilder/dialoge.qrc
   bildfeld.cpp bildfeld.h
+  diagramme.cpp diagramme.h
   frmcalcoptions.cpp frmcalcoptions.h
   frmexport.cpp frmexport.h
   frminfo.cpp frminfo.h
@@ -12,4 +13,4 @@ target_sources(kalibrierung_wizard PRIVATE
   plausibilitaetsseite.cpp plausibilitaetsseite.h
   stellenoptionen.cpp stellenoptionen.h
 )
-target_link_libraries(kalibrierung_wizard PRIVATE Qt6::Svg)
+target_link_libraries(kalibrierung_wizard PRIVATE Kalibrierung::ProtocolWindows Qt6::Svg)

@@ -2,6 +2,7 @@
 
 #include "wizard/bilder.h"
 #include "wizard/bildfeld.h"
+#include "wizard/diagramme.h"
 #include "wizard/lesefeld.h"
 #include "wizard/plausibilitaet.h"
 
@@ -39,16 +40,22 @@ Plausibilitaetsseite::Plausibilitaetsseite(const Seitenkontext &context, QWidget
                        {QStringLiteral("Examination"), bilder::examination()}})
     , imgPlausibilität(new Bildfeld(imageLines, this))
     , labPlausibilität(new Lesefeld(this))
-    , m_splitter(new QSplitter(Qt::Vertical, this))
+    , m_diagrams(new Diagramme(this))
 {
     setUpList();
-    m_splitter->setChildrenCollapsible(false);
-    m_splitter->addWidget(lvPlausibilität);
+    auto *splitter = new QSplitter(Qt::Vertical, this);
+    splitter->setChildrenCollapsible(false);
+    // It takes what room there is; what it would like to have must not make the page scroll.
+    splitter->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    splitter->addWidget(lvPlausibilität);
+    splitter->addWidget(m_diagrams);
+    splitter->setStretchFactor(0, listShare);
+    splitter->setStretchFactor(1, diagramShare);
     QVBoxLayout *column = addColumn(
         4, u"Schritt 4: Plausibilitätsprüfung"_qs,
         u"Prüfen Sie die Auswertung. Ein Strich steht, wo Messwerte fehlen oder ein Ergebnis sich "
         u"nicht berechnen lässt."_qs);
-    column->addWidget(m_splitter, 1);
+    column->addWidget(splitter, 1);
     column->addWidget(verdict());
 }
 
@@ -107,6 +114,7 @@ void Plausibilitaetsseite::fill()
     const QString key = result.gut ? QStringLiteral("Info") : QStringLiteral("Examination");
     imgPlausibilität->setBild(ilPlausibilität.value(key), u"Wertung: "_qs + result.wertung);
     labPlausibilität->setText(result.satz);
+    m_diagrams->zeige(document());
 }
 
 void Plausibilitaetsseite::addRow(const QString &groesse, const QString &wert,
@@ -114,7 +122,8 @@ void Plausibilitaetsseite::addRow(const QString &groesse, const QString &wert,
 {
     auto *item = new QTreeWidgetItem(lvPlausibilität, {groesse, wert, wertung});
     align(*item);
-    item->setToolTip(Groesse, groesse.trimmed()); // a long name may be cut in its column
+    // A long name may be cut in its column; a name is never markup.
+    item->setToolTip(Groesse, u"<span>"_qs + groesse.trimmed().toHtmlEscaped() + u"</span>"_qs);
     if (!heading && wertung.isEmpty())
         return;
     QFont bold = lvPlausibilität->font();
@@ -125,11 +134,4 @@ void Plausibilitaetsseite::addRow(const QString &groesse, const QString &wert,
 QWidget *Plausibilitaetsseite::firstControl() const
 {
     return lvPlausibilität;
-}
-
-void Plausibilitaetsseite::setDiagramme(QWidget *diagramme)
-{
-    m_splitter->addWidget(diagramme);
-    m_splitter->setStretchFactor(0, listShare);
-    m_splitter->setStretchFactor(m_splitter->indexOf(diagramme), diagramShare);
 }

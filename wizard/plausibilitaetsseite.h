@@ -5,11 +5,12 @@
 #include <QHash>
 
 class Bildfeld;
+class Diagramme;
 class Lesefeld;
-class QSplitter;
 class QTreeWidget;
 
-/// Page 4: the list of all results, and the verdict with its image.
+/// Page 4: the list of all results, the diagrams below it, and the verdict with its image. The user
+/// can move the border between list and diagrams.
 class Plausibilitaetsseite : public AssistentSeite
 {
     Q_OBJECT
@@ -19,9 +20,6 @@ public:
 
     void fill() override;
     QWidget *firstControl() const override;
-
-    /// Shows \a diagramme below the list and takes it over. The user can move the border between.
-    void setDiagramme(QWidget *diagramme);
 
 signals:
     void optionsClicked();
@@ -35,5 +33,5 @@ private:
     QHash<QString, QString> ilPlausibilität; ///< resource paths of the images by their keys
     Bildfeld *imgPlausibilität;
     Lesefeld *labPlausibilität;
-    QSplitter *m_splitter;
+    Diagramme *m_diagrams;
 };

@@ -3,6 +3,7 @@
 #include "core/merkmal.h"
 #include "protocol/pages/axisscale.h"
 #include "protocol/pages/drawing.h"
+#include "protocol/pages/pageformat.h"
 #include "protocol/pages/textmeasure.h"
 
 #include <QPointF>
@@ -12,9 +13,15 @@
 
 class Kalibrierung;
 
-/// Width and height of a diagram's frame.
-inline constexpr double frameWidthCm = 10.0;
-inline constexpr double frameHeightCm = 7.0;
+/// How large a diagram is drawn; lengths in centimetres. As it is: for the protocol.
+struct DiagramSize
+{
+    double frameWidth = 10.0;
+    double frameHeight = 7.0;
+    double contentWidth =
+        contentWidthCm;         ///< the frame stands in its middle where the texts leave room
+    double farthestFrame = 7.6; ///< left end of the frame, however far left of it points lie
+};
 
 /// One axis with its texts.
 struct LabelledAxis
@@ -41,6 +48,7 @@ struct DiagramData
 /// no number, 94 for a missing value, 6 for an overflow or too many points.
 DiagramData diagramData(Kalibrierung &document, MerkmalEnum dependent, MerkmalEnum independent);
 
-/// The diagram, its top at 0, its frame in the middle of the content where the texts leave room.
-/// Points that lie outside of the axes are drawn and have room in the extents.
-Drawing diagramDrawing(const DiagramData &data, const TextMeasure &measure);
+/// The diagram, its top at 0. Points that lie outside of the axes are drawn and have room in the
+/// extents.
+Drawing diagramDrawing(const DiagramData &data, const TextMeasure &measure,
+                       const DiagramSize &size = {});

@@ -20,9 +20,6 @@ constexpr QRgb lineColour = qRgb(0, 60, 140);
 
 constexpr double widestVerticalLabelCm = 5.0;
 constexpr double longestTurnedLabelCm = 3.5;
-// How far the frame may be moved to the right for points left of it: its right end then still lies
-// on the sheet.
-constexpr double farthestFrameCm = 7.6;
 
 double positionOn(const Axis &axis, double value)
 {
@@ -46,12 +43,12 @@ QString widest(const TextMeasure &measure, const std::vector<QString> &texts,
 class DiagramDrawer
 {
 public:
-    DiagramDrawer(const DiagramData &data, const TextMeasure &measure)
-        : m_data(data), m_measure(measure)
+    DiagramDrawer(const DiagramData &data, const TextMeasure &measure, const DiagramSize &size)
+        : m_data(data), m_measure(measure), m_size(size)
     {
         const TextStyle style = styleOfPoints(10);
         const QString widestLabel = widest(measure, data.vertical.labels, style);
-        m_verticalStyle = measure.shrunk(widestLabel, style, widestVerticalLabelCm);
+        m_verticalStyle = lowEnough(measure.shrunk(widestLabel, style, widestVerticalLabelCm));
         m_verticalLabelWidth = measure.width(widestLabel, m_verticalStyle);
         m_titleStyle = styleOfPoints(11);
         placeFrame();
@@ -71,47 +68,61 @@ public:
     }
 
 private:
-    // Points that lie a little outside of the frame push the labels away from it; those that lie
-    // far outside are drawn beyond them.
-    static double pushed(double outside)
+    // Labels one above the other must not touch either.
+    TextStyle lowEnough(TextStyle style) const
+    {
+        const auto steps = static_cast<double>(m_data.vertical.labels.size() - 1);
+        const double room = m_size.frameHeight / steps;
+        const double needed = m_measure.lineHeight(style);
+        if (needed > room)
+            style.pixelSize = std::max(1, static_cast<int>(style.pixelSize * room / needed));
+        return style;
+    }
+
+    // What is drawn a little outside of the frame pushes the labels away from it; what lies far
+    // outside is drawn beyond them.
+    static void push(double &labels, double outside)
     {
         constexpr double farthestLabel = 1.5;
-        return outside > 0.0 && outside + markerCm < farthestLabel ? outside + markerCm : 0.0;
+        if (outside > 0.0 && outside + markerCm < farthestLabel)
+            labels = std::max(labels, outside + markerCm);
     }
 
     void placeFrame()
     {
-        double left = 0.0;
-        double below = 0.0;
-        for (const QPointF &point : m_data.points) {
-            left = std::max(left, -positionOn(m_data.horizontal.axis, point.x()));
-            below = std::max(below, -positionOn(m_data.vertical.axis, point.y()));
-        }
-        const double outside = left * frameWidthCm;
-        m_leftOfFrame = pushed(outside);
-        m_belowFrame = pushed(below * frameHeightCm);
+        double outside = 0.0;
+        const auto makeRoomFor = [&](const QPointF &point) {
+            const double left = -positionOn(m_data.horizontal.axis, point.x()) * m_size.frameWidth;
+            outside = std::max(outside, left);
+            push(m_leftOfFrame, left);
+            push(m_belowFrame, -positionOn(m_data.vertical.axis, point.y()) * m_size.frameHeight);
+        };
+        std::for_each(m_data.points.begin(), m_data.points.end(), makeRoomFor);
+        makeRoomFor(m_data.lineStart);
+        makeRoomFor(m_data.lineEnd);
         const double forTexts = m_leftOfFrame + tickCm + 3 * gapCm + m_verticalLabelWidth +
                                 m_measure.lineHeight(m_titleStyle);
         const double needed = std::max(forTexts, outside + markerCm);
-        m_left = std::clamp(needed, (contentWidthCm - frameWidthCm) / 2, farthestFrameCm);
-        m_bottom = -aboveFrameCm - frameHeightCm;
+        m_left =
+            std::clamp(needed, (m_size.contentWidth - m_size.frameWidth) / 2, m_size.farthestFrame);
+        m_bottom = -aboveFrameCm - m_size.frameHeight;
     }
 
     QPointF at(const QPointF &value) const
     {
-        return {m_left + positionOn(m_data.horizontal.axis, value.x()) * frameWidthCm,
-                m_bottom + positionOn(m_data.vertical.axis, value.y()) * frameHeightCm};
+        return {m_left + positionOn(m_data.horizontal.axis, value.x()) * m_size.frameWidth,
+                m_bottom + positionOn(m_data.vertical.axis, value.y()) * m_size.frameHeight};
     }
 
     double tickX(std::size_t i) const
     {
         const auto steps = static_cast<double>(m_data.horizontal.labels.size() - 1);
-        return m_left + frameWidthCm * static_cast<double>(i) / steps;
+        return m_left + m_size.frameWidth * static_cast<double>(i) / steps;
     }
     double tickY(std::size_t i) const
     {
         const auto steps = static_cast<double>(m_data.vertical.labels.size() - 1);
-        return m_bottom + frameHeightCm * static_cast<double>(i) / steps;
+        return m_bottom + m_size.frameHeight * static_cast<double>(i) / steps;
     }
 
     void line(double x1, double y1, double x2, double y2, double width, QRgb colour = qRgb(0, 0, 0))
@@ -121,8 +132,8 @@ private:
 
     void drawGrid()
     {
-        const double right = m_left + frameWidthCm;
-        const double top = m_bottom + frameHeightCm;
+        const double right = m_left + m_size.frameWidth;
+        const double top = m_bottom + m_size.frameHeight;
         for (std::size_t i = 0; i < m_data.horizontal.labels.size(); ++i) {
             line(tickX(i), m_bottom, tickX(i), top, gridLineCm, gridColour);
             line(tickX(i), m_bottom - tickCm, tickX(i), m_bottom, frameLineCm);
@@ -161,9 +172,9 @@ private:
                  tickY(i) - digitMiddle(m_verticalStyle), m_verticalStyle);
         }
         const QString &title = m_data.vertical.title;
-        const TextStyle style = m_measure.shrunk(title, m_titleStyle, frameHeightCm);
+        const TextStyle style = m_measure.shrunk(title, m_titleStyle, m_size.frameHeight);
         text(title, right - m_verticalLabelWidth - gapCm - m_measure.descent(style),
-             m_bottom + (frameHeightCm - m_measure.width(title, style)) / 2, style, true);
+             m_bottom + (m_size.frameHeight - m_measure.width(title, style)) / 2, style, true);
     }
 
     // Labels that would touch get smaller; where that isn't enough, they are turned.
@@ -193,18 +204,19 @@ private:
     void drawHorizontalTitle(double top)
     {
         constexpr int mostLines = 3;
-        const FittedText title =
-            fittedText(m_measure, m_data.horizontal.title, m_titleStyle, frameWidthCm, mostLines);
+        const FittedText title = fittedText(m_measure, m_data.horizontal.title, m_titleStyle,
+                                            m_size.frameWidth, mostLines);
         double baseline = top - gapCm - m_measure.ascent(title.style);
         for (const QString &content : title.lines) {
             const double width = m_measure.width(content, title.style);
-            text(content, m_left + (frameWidthCm - width) / 2, baseline, title.style);
+            text(content, m_left + (m_size.frameWidth - width) / 2, baseline, title.style);
             baseline -= m_measure.lineHeight(title.style);
         }
     }
 
     const DiagramData &m_data;
     const TextMeasure &m_measure;
+    const DiagramSize &m_size;
     Drawing m_drawing;
     TextStyle m_verticalStyle;
     TextStyle m_titleStyle;
@@ -217,7 +229,7 @@ private:
 
 } // namespace
 
-Drawing diagramDrawing(const DiagramData &data, const TextMeasure &measure)
+Drawing diagramDrawing(const DiagramData &data, const TextMeasure &measure, const DiagramSize &size)
 {
-    return DiagramDrawer(data, measure).drawn();
+    return DiagramDrawer(data, measure, size).drawn();
 }

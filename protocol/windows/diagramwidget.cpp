@@ -1,7 +1,6 @@
 #include "protocol/windows/diagramwidget.h"
 
 #include "core/kalibrierung.h"
-#include "protocol/pages/diagram.h"
 #include "protocol/pages/painting.h"
 #include "protocol/pages/resultblocks.h"
 
@@ -9,8 +8,12 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
+#include <unordered_set>
 
 namespace {
+
+constexpr double paddingCm = 0.2;
 
 QString rangeText(const LabelledAxis &axis, const Values &values)
 {
@@ -31,6 +34,41 @@ QString describe(Kalibrierung &document, const DiagramData &data, MerkmalEnum de
         rangeText(data.vertical, document.values()), equation);
 }
 
+QString reasonFor(const RunTimeError &error)
+{
+    switch (static_cast<ErrorNumber>(error.number())) {
+    case ErrorNumber::InvalidUseOfNull:
+        return u"Es fehlen Messwerte."_qs;
+    case ErrorNumber::InvalidProcedureCall:
+        return u"Alle Werte eines Merkmals sind gleich, oder es gibt keine."_qs;
+    case ErrorNumber::TypeMismatch:
+        return u"Ein Messwert ist keine Zahl, oder die Kalibriergerade lässt sich nicht "
+               u"berechnen."_qs;
+    default:
+        return error.description();
+    }
+}
+
+// Of points that would be painted over each other one remains: a million of them would make every
+// change of the window's size slow.
+std::vector<QPointF> visiblePoints(const DiagramData &data, const QSize &pixels)
+{
+    std::unordered_set<qint64> taken;
+    std::vector<QPointF> result;
+    const auto cell = [](const Axis &axis, double value, int size) {
+        return static_cast<qint64>(
+            std::floor((value - axis.minimum) / (axis.maximum - axis.minimum) * size));
+    };
+    for (const QPointF &point : data.points) {
+        const qint64 x = cell(data.horizontal.axis, point.x(), pixels.width());
+        const qint64 y = cell(data.vertical.axis, point.y(), pixels.height());
+        constexpr qint64 row = qint64(1) << 32;
+        if (taken.insert(y * row + x).second)
+            result.push_back(point);
+    }
+    return result;
+}
+
 } // namespace
 
 DiagramWidget::DiagramWidget(QWidget *parent) : QWidget(parent)
@@ -43,16 +81,16 @@ void DiagramWidget::showPair(Kalibrierung &document, MerkmalEnum dependent, Merk
     setAccessibleName(u"Diagramm "_qs + merkmalOf(document, dependent).Formelzeichen() +
                       u" = f("_qs + merkmalOf(document, independent).Formelzeichen() + u')');
     m_reason.clear();
+    m_diagram.reset();
     try {
-        const DiagramData diagram = diagramData(document, dependent, independent);
-        m_drawing = diagramDrawing(diagram, m_measure);
-        setAccessibleDescription(describe(document, diagram, dependent, independent));
+        m_diagram = diagramData(document, dependent, independent);
+        setAccessibleDescription(describe(document, *m_diagram, dependent, independent));
     } catch (const RunTimeError &error) {
-        m_drawing = Drawing();
-        m_reason = u"Kein Diagramm: "_qs + error.description();
+        m_reason = u"Kein Diagramm: "_qs + reasonFor(error);
         setAccessibleDescription(m_reason);
     }
-    update();
+    setToolTip(u"<span>"_qs + accessibleDescription().toHtmlEscaped() + u"</span>"_qs);
+    layOut();
 }
 
 QSize DiagramWidget::sizeHint() const
@@ -60,9 +98,45 @@ QSize DiagramWidget::sizeHint() const
     return {400, 300};
 }
 
+// Texts come out a little smaller than on paper, where there is more room.
+double DiagramWidget::pixelsPerCm() const
+{
+    constexpr double smaller = 0.85;
+    return logicalDpiX() / centimetresPerInch * smaller;
+}
+
+void DiagramWidget::resizeEvent(QResizeEvent *)
+{
+    layOut();
+}
+
+void DiagramWidget::layOut()
+{
+    constexpr double smallestFrameCm = 2.0;
+    constexpr double widestFor = 2.2; // times the height
+    m_drawing = Drawing();
+    update();
+    if (!m_diagram)
+        return;
+    DiagramData shown = *m_diagram;
+    shown.points = visiblePoints(*m_diagram, size() * devicePixelRatioF());
+    const double width = this->width() / pixelsPerCm() - 2 * paddingCm;
+    const double height = this->height() / pixelsPerCm() - 2 * paddingCm;
+    DiagramSize frame{width, height, 0.0, width / 2};
+    // What the texts need depends on the frame; after two steps it hardly changes.
+    for (int step = 0; step < 3; ++step) {
+        frame.frameWidth = std::clamp(frame.frameWidth, smallestFrameCm,
+                                      std::max(smallestFrameCm, frame.frameHeight * widestFor));
+        frame.frameHeight = std::max(frame.frameHeight, smallestFrameCm);
+        m_drawing = diagramDrawing(shown, m_measure, frame);
+        const Extents &box = m_drawing.extents();
+        frame.frameWidth += width - (box.right - box.left);
+        frame.frameHeight += height - box.height();
+    }
+}
+
 void DiagramWidget::paintEvent(QPaintEvent *)
 {
-    constexpr double paddingCm = 0.2;
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white); // paper, whatever colours windows have
     if (!m_reason.isEmpty()) {
@@ -74,11 +148,10 @@ void DiagramWidget::paintEvent(QPaintEvent *)
     if (m_drawing.primitives().empty())
         return;
     const Extents &box = m_drawing.extents();
-    const double width = box.right - box.left + 2 * paddingCm;
-    const double height = box.height() + 2 * paddingCm;
-    const double pixelsPerCm = std::min(this->width() / width, this->height() / height);
-    painter.translate((this->width() - width * pixelsPerCm) / 2 +
-                          (paddingCm - box.left) * pixelsPerCm,
-                      (this->height() - height * pixelsPerCm) / 2 + paddingCm * pixelsPerCm);
-    paintDrawing(painter, m_drawing, box.upper, pixelsPerCm);
+    const double boxWidth = box.right - box.left + 2 * paddingCm;
+    const double boxHeight = box.height() + 2 * paddingCm;
+    const double scale = std::min({pixelsPerCm(), width() / boxWidth, height() / boxHeight});
+    painter.translate((width() - boxWidth * scale) / 2 + (paddingCm - box.left) * scale,
+                      (height() - boxHeight * scale) / 2 + paddingCm * scale);
+    paintDrawing(painter, m_drawing, box.upper, scale);
 }

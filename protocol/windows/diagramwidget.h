@@ -1,16 +1,19 @@
 #pragma once
 
 #include "core/merkmal.h"
+#include "protocol/pages/diagram.h"
 #include "protocol/pages/drawing.h"
 #include "protocol/pages/textmeasure.h"
 
 #include <QString>
 #include <QWidget>
 
+#include <optional>
+
 class Kalibrierung;
 
-/// Shows the diagram of one pair as the protocol draws it, as large as there is room. Screen
-/// readers get it as text.
+/// Shows the diagram of one pair with the means of the protocol, its frame as large as there is
+/// room. Screen readers get it as text.
 class DiagramWidget : public QWidget
 {
     Q_OBJECT
@@ -26,9 +29,14 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
+    double pixelsPerCm() const;
+    void layOut();
+
     TextMeasure m_measure;
-    Drawing m_drawing;
-    QString m_reason; ///< why there is no diagram
+    std::optional<DiagramData> m_diagram;
+    Drawing m_drawing; ///< of the diagram at the widget's size
+    QString m_reason;  ///< why there is no diagram
 };

@@ -17,7 +17,7 @@ struct Ergebnis
     QByteArray errors;
 };
 
-Ergebnis laufe(Optionen options)
+Ergebnis laufe(Optionen options, const Protokollschreiber &writeProtocol = {})
 {
     if (options.locale.language() == QLocale::C)
         options.locale = QLocale(QLocale::German, QLocale::Germany);
@@ -31,7 +31,8 @@ Ergebnis laufe(Optionen options)
         [&](const QByteArray &bytes) {
             result.errors += bytes;
             return true;
-        });
+        },
+        writeProtocol);
     return result;
 }
 
@@ -187,6 +188,55 @@ private slots:
         QVERIFY(result.errors.contains("ist eine der angegebenen Dateien."));
         QVERIFY(result.output.isEmpty());
         QCOMPARE(QFileInfo(file).size(), size);
+    }
+
+    void everyFileBecomesAProtocolOfTheTypeAskedFor()
+    {
+        QTemporaryDir folder;
+        Optionen run = options(
+            {exampleFile(u"verdichtungsgrad.xml"_qs), exampleFile(u"verformungsmodul.xml"_qs)});
+        run.protokoll = folder.filePath(u"protokolle"_qs);
+        run.typ = 1;
+        run.parallel = 1;
+        QStringList written;
+        const auto write = [&](Kalibrierung &document, int type, const QString &target) {
+            written += u"%1 %2 %3"_qs.arg(QFileInfo(target).fileName(), QString::number(type),
+                                          document.DirektesPrüfmerkmal().Einheit());
+            if (target.endsWith(u"verformungsmodul.pdf"))
+                throw RunTimeError(ErrorNumber::DiskFull);
+        };
+        const Ergebnis result = laufe(run, write);
+        QCOMPARE(result.code, 1);
+        QCOMPARE(written,
+                 QStringList({u"verdichtungsgrad.pdf 1 %"_qs, u"verformungsmodul.pdf 1 MN/m²"_qs}));
+        QCOMPARE(result.output.count('\n'), 2);
+        QVERIFY(QString::fromUtf8(result.errors)
+                    .endsWith(u"verformungsmodul.pdf: Datenträger voll (61)\n"_qs));
+        QVERIFY(QFileInfo(run.protokoll).isDir());
+    }
+
+    void twoOutputsNeverShareATarget()
+    {
+        QTemporaryDir folder;
+        Optionen run = options({exampleFile(u"verdichtungsgrad.xml"_qs)});
+        run.tabelle = folder.filePath(u"ziel"_qs);
+        run.protokoll = folder.filePath(u"./x/../ziel"_qs);
+        const Ergebnis result = laufe(run, [](Kalibrierung &, int, const QString &) {});
+        QCOMPARE(result.code, 2);
+        QVERIFY(QString::fromUtf8(result.errors).contains(u"ist Ziel von zwei Ausgaben"_qs));
+        QVERIFY(QDir(folder.path()).isEmpty());
+    }
+
+    void aCalibrationIsNeverOverwrittenByItsProtocol()
+    {
+        QTemporaryDir folder;
+        const QString file = folder.filePath(u"a.xml"_qs);
+        QVERIFY(QFile::copy(exampleFile(u"verdichtungsgrad.xml"_qs), file));
+        Optionen run = options({file});
+        run.protokoll = folder.filePath(u"./a.xml"_qs);
+        bool called = false;
+        QCOMPARE(laufe(run, [&](Kalibrierung &, int, const QString &) { called = true; }).code, 2);
+        QVERIFY(!called);
     }
 
     void spreadsheetDoesNotChangeTheReport()

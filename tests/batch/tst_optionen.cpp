@@ -53,6 +53,16 @@ private slots:
         QVERIFY(lies(u"--tabelle ziel.xlsx a.xml"_qs).fehler.isEmpty());
     }
 
+    void protocolAndItsTypeAreRead()
+    {
+        const Optionen options = lies(u"--protokoll=ziel.pdf --typ 1 a.xml"_qs);
+        QVERIFY2(options.fehler.isEmpty(), qPrintable(options.fehler));
+        QCOMPARE(options.protokoll, u"ziel.pdf"_qs);
+        QCOMPARE(options.typ, 1);
+        QCOMPARE(lies(u"--protokoll ziel a.xml b.xml"_qs).typ, 0);
+        QVERIFY(lies(u"--typ 0 --protokoll ziel a.xml b.xml"_qs).fehler.isEmpty());
+    }
+
     void afterTwoDashesEveryWordIsAFile()
     {
         QCOMPARE(lies(u"-- --format json"_qs).dateien, QStringList({u"--format"_qs, u"json"_qs}));
@@ -73,6 +83,13 @@ private slots:
         row(u"--tabelle= a.xml"_qs, u"Die Option „--tabelle“ braucht einen Dateinamen."_qs);
         row(u"--tabelle z.xlsx a.xml b.xml"_qs,
             u"Mit mehreren Dateien braucht „--tabelle“ einen Ordner, in den sie kommen."_qs);
+        row(u"--protokoll z.PDF a.xml b.xml"_qs,
+            u"Mit mehreren Dateien braucht „--protokoll“ einen Ordner, in den sie kommen."_qs);
+        row(u"--protokoll= a.xml"_qs, u"Die Option „--protokoll“ braucht einen Dateinamen."_qs);
+        row(u"--typ 1 a.xml"_qs, u"„--typ“ gilt nur zusammen mit „--protokoll“."_qs);
+        for (const QString &wrong : {u"2"_qs, u"-1"_qs, u"01"_qs, u""_qs})
+            row(u"--protokoll z.pdf a.xml --typ="_qs + wrong,
+                u"„%1“ ist kein Protokolltyp; möglich sind „0“ und „1“."_qs.arg(wrong));
         for (const QString &wrong : {u"0"_qs, u"-1"_qs, u"257"_qs, u"zwei"_qs, u"1.5"_qs, u""_qs})
             row(u"--parallel="_qs + wrong + u" a.xml"_qs,
                 u"Die Option „--parallel“ braucht eine Zahl von 1 bis 256."_qs);

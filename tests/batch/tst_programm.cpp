@@ -40,6 +40,21 @@ QString example()
     return QStringLiteral(PROJECT_DIR) + u"/examples/verdichtungsgrad.xml"_qs;
 }
 
+QString otherExample()
+{
+    return QStringLiteral(PROJECT_DIR) + u"/examples/verformungsmodul.xml"_qs;
+}
+
+// The text of a PDF as a reader of another maker finds it; a word of its own where there is none.
+QString pdfText(const QString &file)
+{
+    QProcess reader;
+    reader.start(u"pdftotext"_qs, {u"-layout"_qs, file, u"-"_qs});
+    if (!reader.waitForFinished(60000) || reader.exitCode() != 0)
+        return u"(unreadable) "_qs + file;
+    return QString::fromUtf8(reader.readAllStandardOutput());
+}
+
 } // namespace
 
 class TestProgramm : public QObject
@@ -185,6 +200,74 @@ private slots:
             // The date in the properties may differ by a second.
             QVERIFY(std::abs(QFileInfo(folder.filePath(u"4"_qs) + name).size() - size) < 10);
         }
+    }
+
+    void protocolsNeedNoDisplay()
+    {
+        QTemporaryDir folder;
+        const QString target = folder.filePath(u"Protokoll.pdf"_qs);
+        const Ergebnis result = starte({u"--protokoll"_qs, target, example()}, {});
+        QCOMPARE(result.code, 0);
+        QVERIFY(result.errors.isEmpty());
+        QVERIFY(result.output.contains("Urteil: gut"));
+        const QString text = pdfText(target);
+        QVERIFY(text.contains(u"Protokoll zur Anlage des Kalibrierfeldes"_qs));
+        QVERIFY(text.contains(u"88,88"_qs));
+        const QString short_ = folder.filePath(u"kurz.pdf"_qs);
+        QCOMPARE(starte({u"--typ=1"_qs, u"--protokoll"_qs, short_, example()}, {}).code, 0);
+        QVERIFY(!pdfText(short_).contains(u"Protokoll zur Anlage des Kalibrierfeldes"_qs));
+        QVERIFY(pdfText(short_).contains(u"88,88"_qs));
+    }
+
+    void protocolsOfManyThreadsAreThoseOfOne()
+    {
+        QTemporaryDir folder;
+        QStringList files;
+        for (int i = 0; i < 24; ++i) {
+            files += folder.filePath(u"%1.xml"_qs.arg(i));
+            QVERIFY(QFile::copy(i % 2 ? otherExample() : example(), files.last()));
+        }
+        const QString target = folder.filePath(u"pdf"_qs);
+        QCOMPARE(starte(QStringList{u"--parallel"_qs, u"8"_qs, u"--protokoll"_qs, target} + files,
+                        {u"LC_ALL=de_DE.UTF-8"_qs})
+                     .code,
+                 0);
+        const QString even = pdfText(target + u"/0.pdf"_qs);
+        const QString odd = pdfText(target + u"/1.pdf"_qs);
+        QVERIFY(even.contains(u"88,88"_qs) && !odd.contains(u"88,88"_qs));
+        for (int i = 2; i < files.size(); ++i)
+            QCOMPARE(pdfText(target + u"/%1.pdf"_qs.arg(i)), i % 2 ? odd : even);
+    }
+
+    void aProtocolThatCannotBeWrittenFailsButTheReportComes()
+    {
+        const QString target = u"/gibt/es/nicht/a.pdf"_qs;
+        const Ergebnis result = starte({u"--protokoll"_qs, target, example()}, {});
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.output.contains("Urteil: gut"));
+        QVERIFY(QString::fromUtf8(result.errors)
+                    .startsWith(u"kalibrierung-auswertung: "_qs + target + u": "_qs));
+    }
+
+    void withoutProtocolsNoGraphicsLibraryIsLoaded()
+    {
+        QFile program(QStringLiteral(PROGRAM));
+        QVERIFY(program.open(QIODevice::ReadOnly));
+        const QByteArray bytes = program.readAll();
+        QVERIFY(bytes.contains("libQt6Core"));
+        QVERIFY(!bytes.contains("libQt6Gui"));
+    }
+
+    void aMissingProtocolProgramIsNamed()
+    {
+        QTemporaryDir folder;
+        const QString alone = folder.filePath(u"allein"_qs);
+        QVERIFY(QFile::copy(QStringLiteral(PROGRAM), alone));
+        QProcess process;
+        process.start(alone, {u"--protokoll"_qs, folder.filePath(u"a.pdf"_qs), example()});
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitCode(), 1);
+        QVERIFY(process.readAllStandardError().contains("kalibrierung-protokoll"));
     }
 
     void umlautsAndBlanksInFileNames()

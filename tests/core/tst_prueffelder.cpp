@@ -20,6 +20,7 @@ private slots:
     void loweredCountsKeepTheValues();
     void totalIsTheSumOfTheFieldsPoints();
     void nameOfAField();
+    void anEmptiedNameIsAChange();
     void nameOfAPoint();
     void pointKeyNeverChanges();
 };
@@ -140,6 +141,17 @@ void TestPrueffelder::nameOfAField()
     document.DataStore().set(u"Bezeichnung Prüffeld 2"_qs, Null{});
     QCOMPARE(document.PrüffeldName(2), QString());
     QCOMPARE(document.PrüffeldWert(2), 2.0); // "Name Prüffeld" is the covariable, not the name
+}
+
+void TestPrueffelder::anEmptiedNameIsAChange()
+{
+    Kalibrierung document(german);
+    document.setPrüffeldName(2, QString());
+    QVERIFY(document.IsDirty());
+    QCOMPARE(document.PrüffeldName(2), QString());
+    document.setIsDirty(false);
+    document.setPrüffeldName(2, QString());
+    QVERIFY(!document.IsDirty());
 }
 
 void TestPrueffelder::nameOfAPoint()

@@ -62,13 +62,37 @@ private slots:
         QVERIFY(widget.accessibleDescription().contains(u" + 1 * Z"_qs));
     }
 
+    void pointsUponEachOtherArePaintedOnce()
+    {
+        const documents::Field one{{94.8, 28.4}, {95.6, 31.2}, {95.1, 30.1}};
+        const documents::Field two{{96.7, 37.8}, {97.4, 40.6}, {96.2, 36.1}};
+        const documents::Field three{{98.1, 44.7}, {98.9, 47.2}, {97.8, 43.0}};
+        const auto repeated = [](const documents::Field &field) {
+            documents::Field result;
+            for (int i = 0; i < 500; ++i)
+                result.insert(result.end(), field.begin(), field.end());
+            return result;
+        };
+        DiagramWidget once;
+        once.showPair(*documents::of({one, two, three}), mDirekt, mIndirekt);
+        DiagramWidget often;
+        often.showPair(*documents::of({repeated(one), repeated(two), repeated(three)}), mDirekt,
+                       mIndirekt);
+        QVERIFY2(often.accessibleDescription().startsWith(u"4500 Punkte"_qs),
+                 qPrintable(often.accessibleDescription()));
+        for (const QSize &size : {QSize(170, 130), QSize(800, 300)}) {
+            once.resize(size);
+            often.resize(size);
+            QCOMPARE(often.grab().toImage(), once.grab().toImage());
+        }
+    }
+
     void whatHasNoDiagramSaysWhyAndComesBack()
     {
         const auto document = documents::fresh();
         DiagramWidget widget;
         widget.showPair(*document, mIndirekt, mZ);
-        QCOMPARE(widget.accessibleDescription(),
-                 u"Kein Diagramm: Unzulässige Verwendung von Null"_qs);
+        QCOMPARE(widget.accessibleDescription(), u"Kein Diagramm: Es fehlen Messwerte."_qs);
         QVERIFY(darkPixels(widget) > 10);
         const auto filled = documents::good();
         widget.showPair(*filled, mIndirekt, mZ);

@@ -1,3 +1,4 @@
+#include "protocol/windows/diagramwidget.h"
 #include "tests/support/testregistry.h"
 #include "tests/wizard/dialoge/beispiel.h"
 #include "tests/wizard/dialoge/controls.h"
@@ -14,6 +15,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextDocument>
 #include <QTreeWidget>
 
 class TestPlausibilitaetsseite : public QObject
@@ -150,17 +152,56 @@ private slots:
         m_page->show();
         m_page->fill();
         QVERIFY(list()->header()->length() <= list()->viewport()->width());
-        QCOMPARE(list()->topLevelItem(2)->toolTip(0), list()->topLevelItem(2)->text(0).trimmed());
+        QVERIFY(list()->topLevelItem(2)->toolTip(0).contains(
+            u"Messwert Flächendeckende Dynamische Verdichtungskontrolle"_qs));
         // Value and rating are never cut.
         QVERIFY(list()->columnWidth(1) >= list()->fontMetrics().horizontalAdvance(u"3,3333"_qs));
         QVERIFY(list()->columnWidth(2) >= list()->fontMetrics().horizontalAdvance(u"kritisch"_qs));
     }
 
+    void namesAreNeverMarkup()
+    {
+        beispiel::enterValues(*m_document);
+        m_document->DirektesPrüfmerkmal().setName(u"<b>fett</b>"_qs);
+        m_document->DirektesPrüfmerkmal().setFormelzeichen(u"<i>x</i>"_qs);
+        m_page->fill();
+        const QString caption = list()->topLevelItem(1)->text(0);
+        QVERIFY(caption.contains(u"<b>fett</b>"_qs));
+        QTextDocument shown;
+        shown.setHtml(list()->topLevelItem(1)->toolTip(0));
+        QCOMPARE(shown.toPlainText(), caption.trimmed());
+        const auto *diagram = m_page->findChild<DiagramWidget *>();
+        shown.setHtml(diagram->toolTip());
+        QCOMPARE(shown.toPlainText(), diagram->accessibleDescription());
+        QVERIFY(shown.toPlainText().contains(u"<i>x</i>"_qs));
+    }
+
+    void threeDiagramsFollowTheDocument()
+    {
+        m_page->fill();
+        const QList<DiagramWidget *> diagrams = m_page->findChildren<DiagramWidget *>();
+        QCOMPARE(diagrams.size(), 3);
+        for (const DiagramWidget *diagram : diagrams)
+            QCOMPARE(diagram->accessibleDescription(), u"Kein Diagramm: Es fehlen Messwerte."_qs);
+        beispiel::enterValues(*m_document);
+        m_page->fill();
+        for (const DiagramWidget *diagram : diagrams)
+            QVERIFY(diagram->accessibleDescription().contains(u" Punkte, waagerecht "_qs));
+        QVERIFY(diagrams[0]->accessibleDescription().contains(
+            m_document->StatistikKalibriergeradeAnstiegString(mDirekt, mIndirekt)));
+        QVERIFY(diagrams[1]->accessibleDescription().contains(
+            m_document->StatistikKalibriergeradeAnstiegString(mDirekt, mZ)));
+        QVERIFY(diagrams[2]->accessibleDescription().contains(
+            m_document->StatistikKalibriergeradeAnstiegString(mIndirekt, mZ)));
+        const QString before = diagrams[2]->accessibleDescription();
+        m_document->setNachkommastellenAnstieg(0);
+        m_page->fill();
+        QVERIFY(diagrams[2]->accessibleDescription() != before);
+    }
+
     void diagramsFindTheirPlaceBelowTheList()
     {
-        auto *diagrams = new QWidget;
-        diagrams->setMinimumHeight(10);
-        m_page->setDiagramme(diagrams);
+        const auto *diagrams = m_page->findChild<DiagramWidget *>()->parentWidget();
         m_page->resize(m_page->sizeHint() * 2);
         m_page->show();
         m_page->fill();

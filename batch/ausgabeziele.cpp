@@ -1,4 +1,4 @@
-#include "batch/tabellenziele.h"
+#include "batch/ausgabeziele.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -14,13 +14,13 @@ QString baseName(const QString &input)
 
 } // namespace
 
-Tabellenziele tabellenziele(const QStringList &inputs, const QString &target)
+Ausgabeziele ausgabeziele(const QStringList &inputs, const QString &target, const QString &suffix)
 {
     const bool isFolder = inputs.size() > 1 || target.endsWith(u'/') ||
                           target.endsWith(QDir::separator()) || QFileInfo(target).isDir();
     if (!isFolder)
         return {{}, {target}};
-    Tabellenziele result{target, {}};
+    Ausgabeziele result{target, {}};
     QSet<QString> taken; // folded, for file systems that don't tell cases apart
     for (const QString &input : inputs) {
         const QString base = baseName(input);
@@ -28,7 +28,7 @@ Tabellenziele tabellenziele(const QStringList &inputs, const QString &target)
         for (int number = 2; taken.contains(name.toCaseFolded()); ++number)
             name = u"%1 (%2)"_qs.arg(base).arg(number);
         taken.insert(name.toCaseFolded());
-        result.dateien += QDir(target).filePath(name + u".xlsx"_qs);
+        result.dateien += QDir(target).filePath(name + suffix);
     }
     return result;
 }

@@ -1,17 +1,17 @@
-#include "batch/tabellenziele.h"
+#include "batch/ausgabeziele.h"
 #include "tests/support/testregistry.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
-class TestTabellenziele : public QObject
+class TestAusgabeziele : public QObject
 {
     Q_OBJECT
 
 private slots:
     void oneFileGoesWhereItIsSaid()
     {
-        const Tabellenziele targets = tabellenziele({u"a.xml"_qs}, u"ziel.xlsx"_qs);
+        const Ausgabeziele targets = ausgabeziele({u"a.xml"_qs}, u"ziel.xlsx"_qs, u".xlsx"_qs);
         QVERIFY(targets.ordner.isEmpty());
         QCOMPARE(targets.dateien, QStringList(u"ziel.xlsx"_qs));
     }
@@ -19,17 +19,18 @@ private slots:
     void oneFileGoesIntoAFolder()
     {
         QTemporaryDir folder;
-        QCOMPARE(tabellenziele({u"x/a.xml"_qs}, folder.path()).dateien,
-                 QStringList(folder.filePath(u"a.xlsx"_qs)));
-        QCOMPARE(tabellenziele({u"x/a.xml"_qs}, u"neu/"_qs).dateien, QStringList(u"neu/a.xlsx"_qs));
+        QCOMPARE(ausgabeziele({u"x/a.xml"_qs}, folder.path(), u".pdf"_qs).dateien,
+                 QStringList(folder.filePath(u"a.pdf"_qs)));
+        QCOMPARE(ausgabeziele({u"x/a.xml"_qs}, u"neu/"_qs, u".xlsx"_qs).dateien,
+                 QStringList(u"neu/a.xlsx"_qs));
     }
 
     void namesFollowTheFilesAndClashesGetANumber()
     {
-        const Tabellenziele targets =
-            tabellenziele({u"x/a.xml"_qs, u"y/a.xml"_qs, u"A.XML"_qs, u"a (2).xml"_qs,
-                           u"Maß.2003.xml"_qs, u"MASS.2003.xml"_qs, u".xml"_qs, u"ohne"_qs},
-                          u"ziel"_qs);
+        const Ausgabeziele targets =
+            ausgabeziele({u"x/a.xml"_qs, u"y/a.xml"_qs, u"A.XML"_qs, u"a (2).xml"_qs,
+                          u"Maß.2003.xml"_qs, u"MASS.2003.xml"_qs, u".xml"_qs, u"ohne"_qs},
+                         u"ziel"_qs, u".xlsx"_qs);
         QCOMPARE(targets.ordner, u"ziel"_qs);
         QCOMPARE(targets.dateien,
                  QStringList({u"ziel/a.xlsx"_qs, u"ziel/a (2).xlsx"_qs, u"ziel/A (3).xlsx"_qs,
@@ -39,5 +40,5 @@ private slots:
     }
 };
 
-REGISTER_TEST(TestTabellenziele)
-#include "tst_tabellenziele.moc"
+REGISTER_TEST(TestAusgabeziele)
+#include "tst_ausgabeziele.moc"
