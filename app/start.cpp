@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QTranslator>
+#include <QWidget>
 
 #include <memory>
 
@@ -40,8 +41,8 @@ void basKalibrierungWendral::Main(const QString &commandLine, const QLocale &loc
 
     debugFlag = asksForDebugMode(commandLine);
     if (debugFlag)
-        dialogs.message(nullptr, Dialogs::Icon::Information, produkt::name(),
-                        u"Debug-Modus aktiviert"_qs);
+        dialogs.message(qobject_cast<QWidget *>(window), Dialogs::Icon::Information,
+                        produkt::name(), u"Debug-Modus aktiviert"_qs);
 }
 
 bool installGermanTexts(QCoreApplication &application)

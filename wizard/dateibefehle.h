@@ -56,7 +56,7 @@ public:
     /// Kalibrierung::LoadFile raises, and nothing has changed then.
     void load(const QString &path);
     /// Stores the page number, writes to \a path and clears the dirty flag. Raises what
-    /// Kalibrierung::SaveFile raises.
+    /// Kalibrierung::SaveFile raises, and the document is as it was then.
     void write(const QString &path);
 
 private:

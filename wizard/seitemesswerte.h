@@ -45,6 +45,7 @@ private:
 
     void setColumns();
     void readFieldSizes();
+    std::int32_t mostPoints() const;
     Place place(int row) const;
     QStringList rowTexts(int row);
     QString cellText(int row, PrüfmerkmalEnum kind) const;

@@ -15,6 +15,9 @@
 #include <QMenuBar>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 constexpr auto information = Dialogs::Icon::Information;
@@ -93,6 +96,13 @@ void SeiteParameter::completeLeft(const QWidget *old, const QWidget *now)
     }
 }
 
+// A step by a shortcut leaves the focus in its box, and is a leaving of it all the same.
+void SeiteParameter::completeFocused()
+{
+    if (const QWidget *focus = QApplication::focusWidget())
+        completeLeft(focus, this);
+}
+
 bool SeiteParameter::checkText(std::size_t group, std::size_t box)
 {
     Auswahlfeld *field = m_groups.at(group)->boxes().at(box);
@@ -127,9 +137,7 @@ bool SeiteParameter::checkFieldCount()
 
 bool SeiteParameter::check()
 {
-    // A step by a shortcut leaves the focus in its box, and is a leaving of it all the same.
-    if (QWidget *focus = QApplication::focusWidget())
-        completeLeft(focus, this);
+    completeFocused();
     for (std::size_t group = 0; group < m_groups.size(); ++group) {
         for (std::size_t box = 0; box < m_groups[group]->boxes().size(); ++box) {
             if (!checkText(group, box))
@@ -147,6 +155,8 @@ bool SeiteParameter::check()
 
 bool SeiteParameter::takeOver(Anlass anlass)
 {
+    if (anlass == Anlass::Zurück)
+        completeFocused();
     for (std::size_t group = 0; group < m_groups.size(); ++group)
         m_groups[group]->takeOver(characteristic(document(), group));
     const std::int32_t count = readCount(m_fieldCount->text());

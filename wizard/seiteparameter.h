@@ -22,6 +22,7 @@ public:
 private:
     void addPresets();
     void completeLeft(const QWidget *old, const QWidget *now);
+    void completeFocused();
     bool checkText(std::size_t group, std::size_t box);
     bool checkPlaces(std::size_t group);
     bool checkFieldCount();

@@ -140,7 +140,7 @@ QStringList SeitePrueffelder::pointRow(int row)
 {
     const QString name = document().PrüfpunktName(row);
     m_filledPoints.insert(row, name);
-    return {QString::number(row), m_hiddenPoints.value(row, name)};
+    return {QString::number(row), m_hiddenPoints.contains(row) ? m_hiddenPoints.take(row) : name};
 }
 
 // As many points as the largest field has, the typed numbers included.
@@ -209,7 +209,7 @@ bool SeitePrueffelder::takeFieldsOver(Anlass anlass)
             continue; // never shown, so never changed
         const Fault bad = anlass == Anlass::Zurück ? Fault() : fault(row, anlass);
         if (needed)
-            storeRow(row);
+            storeRow(row, bad);
         if (!bad.text.isEmpty()) {
             m_fields->showCell(row, bad.col);
             return refuse(exclamation, bad.text, m_fields);
@@ -248,11 +248,12 @@ SeitePrueffelder::Fault SeitePrueffelder::fault(int row, Anlass anlass) const
     return {};
 }
 
-// What was changed and can be stored; the rest keeps its old value.
-void SeitePrueffelder::storeRow(int row)
+// What was changed and can be stored; the rest keeps its old value, and so does what is refused.
+void SeitePrueffelder::storeRow(int row, const Fault &refused)
 {
     FieldTexts &filled = m_filled[row];
-    if (isChanged(row, NameColumn)) {
+    const bool nameRefused = !refused.text.isEmpty() && refused.col == NameColumn;
+    if (isChanged(row, NameColumn) && !nameRefused) {
         document().setPrüffeldName(row, text(row, NameColumn));
         filled[NameColumn] = text(row, NameColumn);
     }
@@ -280,11 +281,19 @@ void SeitePrueffelder::takePointNamesOver()
         const QString name = grid.textMatrix(point, pointNameColumn);
         if (name == *filled)
             continue;
-        // A point without a name has its number.
-        document().setPrüfpunktName(point, name.trimmed().isEmpty() ? document().PrüfpunktKey(point)
-                                                                    : name);
+        storePointName(point, name);
         *filled = name;
     }
+    for (auto typed = m_hiddenPoints.constBegin(); typed != m_hiddenPoints.constEnd(); ++typed)
+        storePointName(typed.key(), *typed);
+    m_hiddenPoints.clear();
+}
+
+// A point without a name has its number.
+void SeitePrueffelder::storePointName(int point, const QString &name)
+{
+    document().setPrüfpunktName(point,
+                                name.trimmed().isEmpty() ? document().PrüfpunktKey(point) : name);
 }
 
 void SeitePrueffelder::finishEditing()
@@ -302,6 +311,8 @@ bool SeitePrueffelder::hasChanges() const
                 return true;
         }
     }
+    if (!m_hiddenPoints.isEmpty())
+        return true;
     const GridControl &grid = m_points->grid();
     for (auto point = m_filledPoints.constBegin(); point != m_filledPoints.constEnd(); ++point) {
         if (point.key() < grid.rows() && grid.textMatrix(point.key(), pointNameColumn) != *point)

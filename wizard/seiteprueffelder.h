@@ -51,7 +51,8 @@ private:
     bool takeFieldsOver(Anlass anlass);
     void takePointNamesOver();
     Fault fault(int row, Anlass anlass) const;
-    void storeRow(int row);
+    void storeRow(int row, const Fault &refused);
+    void storePointName(int point, const QString &name);
     bool isChanged(int row, FieldColumn col) const;
     QString text(int row, FieldColumn col) const;
 
@@ -61,6 +62,6 @@ private:
     int m_fieldCount = 0;               ///< rows that are shown
     QHash<int, FieldTexts> m_filled;    ///< what filling wrote, by row; of rows that were needed
     QHash<int, QString> m_filledPoints; ///< the same of the points' names
-    QHash<int, QString> m_hiddenPoints; ///< typed names of points that are not listed now
+    QHash<int, QString> m_hiddenPoints; ///< typed names of points that are not shown now
     bool m_showPointsPending = false;
 };

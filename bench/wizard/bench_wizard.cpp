@@ -1,5 +1,8 @@
 // How long the window takes: from the start of a process to the first painted window, and from page
-// to page.
+// to page. A ratio is good up to its reach.
+//
+// The start counts where there is a display: without one an empty window loads no font at all, and
+// half of what the wizard's takes longer is the font database.
 
 #include "core/kalibrierung.h"
 #include "wizard/assistentdienste.h"
@@ -99,7 +102,10 @@ void startToFirstPaint(benchmark::State &state)
     state.counters["empty_ms"] = median(empty) * 1000.0;
     state.counters["wizard_ms"] = median(wizard) * 1000.0;
     state.counters["ratio"] = median(wizard) / median(empty);
+    state.counters["reach"] = 1.5;
 }
+BENCHMARK(startToFirstPaint)->UseManualTime()->Iterations(25)->Unit(benchmark::kMillisecond);
+
 // A window on a made-up document, shown.
 class OpenWindow
 {
@@ -175,6 +181,7 @@ void enterValuesPage(benchmark::State &state)
     state.counters["small_ms"] = median(smallTimes) * 1000.0;
     state.counters["large_ms"] = median(largeTimes) * 1000.0;
     state.counters["ratio"] = median(largeTimes) / median(smallTimes);
+    state.counters["reach"] = 3.0;
 }
 BENCHMARK(enterValuesPage)->UseManualTime()->Iterations(25)->Unit(benchmark::kMillisecond);
 
@@ -194,8 +201,6 @@ BENCHMARK(pageChange)
     ->UseManualTime()
     ->Iterations(25)
     ->Unit(benchmark::kMillisecond);
-
-BENCHMARK(startToFirstPaint)->UseManualTime()->Iterations(25)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -75,6 +75,7 @@ struct Program
         {
             FakeDialogs::message(owner, icon, title, text);
             windowWasThere = !visibleWindows().isEmpty();
+            lastOwner = owner;
         }
         static QList<frmAssistent *> visibleWindows()
         {
@@ -87,6 +88,7 @@ struct Program
             return found;
         }
         bool windowWasThere = false;
+        QWidget *lastOwner = nullptr;
     };
 
     QTemporaryDir folder;
@@ -107,6 +109,7 @@ void TestStart::mainShowsTheWindowBeforeTheDebugBox()
     const auto windows = Program::WatchingDialogs::visibleWindows();
     QCOMPARE(windows.size(), 1);
     QVERIFY(!windows.front()->parent());
+    QCOMPARE(program.dialogs.lastOwner, windows.front());
     windows.front()->close();
 }
 
