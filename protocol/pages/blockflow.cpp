@@ -81,7 +81,7 @@ bool BlockFlow::staysWhole()
 double BlockFlow::leastHeight()
 {
     const Piece &piece = wholePage();
-    if (fitsOnePage())
+    if (fitsOnePage() && !m_belowTitle)
         return piece.height + m_block.tail.extents().height();
     double height = m_block.lead.extents().height() + m_block.header.extents().height();
     int rows = 0;

@@ -48,7 +48,8 @@ struct Block
 
 /// Hands a block to the composer: as one band where it fits an empty page, else in pieces cut
 /// between rows, each with the header rows. The first piece fills the rest of the page if its
-/// header and three rows fit there.
+/// header and three rows fit there. Below the title of the document a block is cut, too, rather
+/// than moved to the next page: the title would stand alone.
 class BlockFlow
 {
 public:

@@ -79,25 +79,27 @@ private:
         return style;
     }
 
-    // Points that lie a little outside of the frame push the labels away from it; those that lie
-    // far outside are drawn beyond them.
-    static double pushed(double outside)
+    // What is drawn a little outside of the frame pushes the labels away from it; what lies far
+    // outside is drawn beyond them.
+    static void push(double &labels, double outside)
     {
         constexpr double farthestLabel = 1.5;
-        return outside > 0.0 && outside + markerCm < farthestLabel ? outside + markerCm : 0.0;
+        if (outside > 0.0 && outside + markerCm < farthestLabel)
+            labels = std::max(labels, outside + markerCm);
     }
 
     void placeFrame()
     {
-        double left = 0.0;
-        double below = 0.0;
-        for (const QPointF &point : m_data.points) {
-            left = std::max(left, -positionOn(m_data.horizontal.axis, point.x()));
-            below = std::max(below, -positionOn(m_data.vertical.axis, point.y()));
-        }
-        const double outside = left * m_size.frameWidth;
-        m_leftOfFrame = pushed(outside);
-        m_belowFrame = pushed(below * m_size.frameHeight);
+        double outside = 0.0;
+        const auto makeRoomFor = [&](const QPointF &point) {
+            const double left = -positionOn(m_data.horizontal.axis, point.x()) * m_size.frameWidth;
+            outside = std::max(outside, left);
+            push(m_leftOfFrame, left);
+            push(m_belowFrame, -positionOn(m_data.vertical.axis, point.y()) * m_size.frameHeight);
+        };
+        std::for_each(m_data.points.begin(), m_data.points.end(), makeRoomFor);
+        makeRoomFor(m_data.lineStart);
+        makeRoomFor(m_data.lineEnd);
         const double forTexts = m_leftOfFrame + tickCm + 3 * gapCm + m_verticalLabelWidth +
                                 m_measure.lineHeight(m_titleStyle);
         const double needed = std::max(forTexts, outside + markerCm);

@@ -4,6 +4,6 @@
 
 double PageFormat::scale() const
 {
-    constexpr double narrowestUnscaled = 21.0;
-    return std::min(1.0, sheetWidth / narrowestUnscaled);
+    constexpr double smallestUnscaled = 21.0;
+    return std::min({1.0, sheetWidth / smallestUnscaled, sheetHeight / smallestUnscaled});
 }

@@ -11,8 +11,8 @@ struct PageFormat
     double sheetWidth = 21.0;
     double sheetHeight = 29.7;
 
-    /// Centimetres of the sheet per centimetre of the drawing: 1, less on sheets narrower than A4,
-    /// so that nothing runs off sideways.
+    /// Centimetres of the sheet per centimetre of the drawing: 1, less on sheets narrower than A4
+    /// or lower than A4 lying on its side, so that nothing runs off.
     double scale() const;
     double pageWidth() const { return sheetWidth / scale(); }
     double pageHeight() const { return sheetHeight / scale(); }

@@ -34,14 +34,19 @@ public:
 
     void operator()(const PlacedLine &line)
     {
-        m_painter.setPen(pen(line.colour, line.width, Qt::FlatCap));
+        m_painter.setPen({QColor(line.colour), line.width * layoutPixelsPerCentimetre,
+                          Qt::SolidLine, Qt::FlatCap});
         m_painter.drawLine(device(line.from), device(line.to));
     }
 
     void operator()(const PlacedPoint &point)
     {
-        m_painter.setPen(pen(point.colour, point.diameter, Qt::RoundCap));
-        m_painter.drawPoint(device(point.at));
+        // A disc, not a short line with round ends: readers of PDF pinch those to a grid.
+        const double radius = point.diameter / 2 * layoutPixelsPerCentimetre;
+        m_painter.setPen(Qt::NoPen);
+        m_painter.setBrush(QColor(point.colour));
+        m_painter.drawEllipse(device(point.at), radius, radius);
+        m_painter.setBrush(Qt::NoBrush);
     }
 
 private:
@@ -62,11 +67,6 @@ private:
         const QPointF start = at + QPointF(0.0, below * size);
         m_painter.setPen(QPen(Qt::black, thickness * size, Qt::SolidLine, Qt::FlatCap));
         m_painter.drawLine(start, start + QPointF(width, 0.0));
-    }
-
-    static QPen pen(QRgb colour, double widthCm, Qt::PenCapStyle cap)
-    {
-        return {QColor(colour), widthCm * layoutPixelsPerCentimetre, Qt::SolidLine, cap};
     }
 
     void useFont(const TextStyle &style)

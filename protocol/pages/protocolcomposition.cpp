@@ -91,7 +91,7 @@ void ProtocolComposition::begin(const Section &section)
 {
     std::unique_ptr<BlockFlow> flow;
     try {
-        const bool belowTitle = m_next == 1 && section.heading.isEmpty();
+        const bool belowTitle = m_next == 1;
         flow = std::make_unique<BlockFlow>(m_bander, section.block(), belowTitle);
     } catch (...) {
         drawHeading(section.heading); // what comes before the failure is composed
@@ -120,6 +120,7 @@ void ProtocolComposition::drawHeading(const QString &heading)
 
 void ProtocolComposition::drawSpacer(double height)
 {
-    const double room = std::max(m_bander.space() - m_bander.UsedHeight, 0.0);
-    m_bander.DrawBand(spacerBand(std::min(height, room)));
+    const double room = m_bander.space() - m_bander.UsedHeight;
+    if (room > 0.0)
+        m_bander.DrawBand(spacerBand(std::min(height, room)));
 }

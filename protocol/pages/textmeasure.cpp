@@ -13,7 +13,8 @@ constexpr int pixelsPerPoint = 20; // 1440 dpi / 72 points an inch
 QString printable(QString text)
 {
     for (QChar &c : text) {
-        if (c.category() == QChar::Other_Control)
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator)
             c = u' ';
     }
     return text;
@@ -135,7 +136,8 @@ TextStyle TextMeasure::shrunk(const QString &text, TextStyle style, double width
 
 PlacedText TextMeasure::placed(const QString &text, const QPointF &at, const TextStyle &style) const
 {
-    return {text, at, style, width(text, style), false};
+    const QString shown = printable(text);
+    return {shown, at, style, width(shown, style), false};
 }
 
 void TextMeasure::add(Drawing &drawing, PlacedText text) const

@@ -79,12 +79,7 @@ ValueRows::ValueRows(Kalibrierung &document, const TextMeasure &measure,
 
 bool ValueRows::atEnd(const RowPosition &position) const
 {
-    for (std::int32_t field = position.row; field < m_fields; ++field) {
-        const std::int32_t from = field == position.row ? position.part : 0;
-        if (from < pointsOf(field + 1))
-            return false;
-    }
-    return true;
+    return position.row >= m_fields;
 }
 
 std::int32_t ValueRows::pointsOf(std::int32_t field) const
@@ -96,10 +91,8 @@ const Cell &ValueRows::fieldCell(std::int32_t field)
 {
     if (m_fieldCellOf == field)
         return m_fieldCell;
-    const QString number = u"Prüffeld "_qs + QString::number(field);
-    const QString name = m_document.PrüffeldName(field);
-    const QString text = (name == number ? number : number + u" ("_qs + name + u')') +
-                         u"\nKovariable "_qs + m_document.Kovariable().Formelzeichen() + u" = "_qs +
+    const QString text = u"Prüffeld "_qs + QString::number(field) + u"\nKovariable "_qs +
+                         m_document.Kovariable().Formelzeichen() + u" = "_qs +
                          m_document.values().text(m_document.PrüffeldWert(field));
     m_fieldCell =
         fittedCell(m_measure, m_columns[0], text, *protocolStyle(false, 0), mostCellLines);
@@ -125,15 +118,12 @@ double ValueRows::drawRow(Drawing &drawing, std::int32_t field, std::int32_t poi
     return height + 2 * rowPaddingCm;
 }
 
-// A group is as many rows as the field's header cell needs beside it, else one row.
+// A group is as many rows as the field's header cell needs beside it, else one row; for a field
+// without points the header cell alone.
 RowGroup ValueRows::group(const RowPosition &position, bool first, double)
 {
-    std::int32_t field = position.row + 1;
+    const std::int32_t field = position.row + 1;
     std::int32_t point = position.part + 1;
-    while (point > pointsOf(field)) {
-        ++field;
-        point = 1;
-    }
     const std::int32_t points = pointsOf(field);
     RowGroup group;
     double needed = 0.0;
@@ -151,6 +141,7 @@ RowGroup ValueRows::group(const RowPosition &position, bool first, double)
         ++point;
         ++group.rows;
     }
+    group.rows = std::max(group.rows, 1);
     height = std::max(height, needed);
     const double left = point > points ? 0.0 : m_columns[1].left;
     drawRule(group.drawing, left, contentWidthCm, -height, fineRuleCm);

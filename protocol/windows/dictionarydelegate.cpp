@@ -4,6 +4,7 @@
 #include <QPlainTextEdit>
 
 #include <algorithm>
+#include <cmath>
 
 DictionaryDelegate::DictionaryDelegate(QWidget &frame) : QStyledItemDelegate(&frame), m_frame(frame)
 {
@@ -66,14 +67,20 @@ void DictionaryDelegate::destroyEditor(QWidget *editor, const QModelIndex &index
 void DictionaryDelegate::grow(QPlainTextEdit &editor) const
 {
     constexpr int mostLines = 8;
-    const int lines = std::clamp(editor.document()->blockCount(), 1, mostLines);
+    // The layout of a plain text counts its height in lines, wrapped ones included.
+    const int all = std::max(static_cast<int>(std::ceil(editor.document()->size().height())), 1);
+    const int lines = std::min(all, mostLines);
     const int borders =
         2 * editor.frameWidth() + static_cast<int>(2 * editor.document()->documentMargin());
     const int wanted = lines * editor.fontMetrics().lineSpacing() + borders;
-    const QRect inside = m_frame.rect();
+    // Always over the rows, also where the row itself has been scrolled away.
+    const auto *viewport = editor.property("viewport").value<QWidget *>();
+    const QRect inside(viewport->mapTo(&m_frame, QPoint()), viewport->size());
     const int height = std::min(std::max(editor.height(), wanted), inside.height());
+    editor.setVerticalScrollBarPolicy(all > lines || height < wanted ? Qt::ScrollBarAsNeeded
+                                                                     : Qt::ScrollBarAlwaysOff);
     const int top = std::min(editor.y(), inside.bottom() + 1 - height);
-    editor.setGeometry(editor.x(), std::max(top, 0), editor.width(), height);
+    editor.setGeometry(editor.x(), std::max(top, inside.top()), editor.width(), height);
 }
 
 bool DictionaryDelegate::eventFilter(QObject *object, QEvent *event)

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QTableWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -25,7 +26,6 @@ DictionaryEdit::DictionaryEdit(QWidget *parent)
     m_table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                              QAbstractItemView::AnyKeyPressed);
     m_table->setTabKeyNavigation(false);
-    m_table->setWordWrap(false); // rows are as high as their line breaks make them
     m_table->setItemDelegate(m_delegate);
 
     auto *hint = new QLabel(u"Neue Zeile in einem Text: Umschalt + Eingabe"_qs, this);
@@ -38,6 +38,12 @@ DictionaryEdit::DictionaryEdit(QWidget *parent)
         const int next = std::min(m_table->currentRow() + 1, m_table->rowCount() - 1);
         m_table->setCurrentCell(next, m_table->currentColumn());
     });
+    // Once for all steps of a column that is being dragged.
+    auto *rowHeights = new QTimer(this);
+    rowHeights->setSingleShot(true);
+    connect(rowHeights, &QTimer::timeout, m_table, &QTableWidget::resizeRowsToContents);
+    connect(m_table->horizontalHeader(), &QHeaderView::sectionResized, rowHeights,
+            [rowHeights] { rowHeights->start(0); });
     connect(m_table, &QTableWidget::itemChanged, this, &DictionaryEdit::itemChanged);
 }
 

@@ -20,6 +20,22 @@ namespace {
 
 constexpr int smallChangePixels = 40;
 
+QString messageOf(const std::exception_ptr &error)
+{
+    try {
+        std::rethrow_exception(error);
+    } catch (const DrawingUnavailable &) {
+        return u"Die Komponente VecorDraw ist nicht ordnungsgemäß installiert. \r\n"
+               u"Deinstallieren Sie das Programm und führen Sie die Installation des Programmes "
+               u"erneut aus."_qs;
+    } catch (const RunTimeError &failure) {
+        return errorReport(u"Folgender Fehler ist aufgetreten:"_qs, failure);
+    } catch (const std::exception &) {
+        return errorReport(u"Folgender Fehler ist aufgetreten:"_qs,
+                           RunTimeError(ErrorNumber::OutOfMemory));
+    }
+}
+
 QScrollBar *scrollBar(const QString &name, Qt::Orientation orientation, QWidget *parent)
 {
     auto *bar = new QScrollBar(orientation, parent);
@@ -91,7 +107,7 @@ void frmProtocollPreview::showEvent(QShowEvent *event)
 
 void frmProtocollPreview::closeEvent(QCloseEvent *event)
 {
-    cancelJob();
+    stopJob();
     QMainWindow::closeEvent(event);
 }
 
@@ -121,7 +137,6 @@ void frmProtocollPreview::rebuild()
     compose(nullptr);
 }
 
-// What has been reported already is not reported once more when composing ends the same way.
 void frmProtocollPreview::compose(const std::exception_ptr &reported)
 {
     if (!m_document)
@@ -129,14 +144,16 @@ void frmProtocollPreview::compose(const std::exception_ptr &reported)
     m_slices.drop();
     m_stack->clear();
     m_composing = true;
+    m_incomplete = false;
     m_run = std::make_unique<ProtocolRun>(*m_document, options(), static_cast<PageSink &>(*this));
     m_slices.start([run = m_run.get()] { return run->step(); },
-                   [this, reported](const std::exception_ptr &error) {
+                   [=, this](const std::exception_ptr &error) {
                        m_controls->setProgress({});
                        m_composing = false;
                        placeScrollBars();
                        showPageCount();
-                       if (error && !reported)
+                       // What has been reported is not reported once more.
+                       if (error && (!reported || messageOf(error) != messageOf(reported)))
                            report(error);
                    });
     VScroll1_Change();
@@ -165,20 +182,8 @@ void frmProtocollPreview::pageCompleted(const std::shared_ptr<Page> &page)
 
 void frmProtocollPreview::report(const std::exception_ptr &error)
 {
-    QString text;
-    try {
-        std::rethrow_exception(error);
-    } catch (const DrawingUnavailable &) {
-        text = u"Die Komponente VecorDraw ist nicht ordnungsgemäß installiert. \r\n"
-               u"Deinstallieren Sie das Programm und führen Sie die Installation des Programmes "
-               u"erneut aus."_qs;
-    } catch (const RunTimeError &failure) {
-        text = errorReport(u"Folgender Fehler ist aufgetreten:"_qs, failure);
-    } catch (const std::exception &) {
-        text = errorReport(u"Folgender Fehler ist aufgetreten:"_qs,
-                           RunTimeError(ErrorNumber::OutOfMemory));
-    }
-    m_services.message(this, ProtocolServices::Icon::Exclamation, produkt::name(), text);
+    m_services.message(this, ProtocolServices::Icon::Exclamation, produkt::name(),
+                       messageOf(error));
 }
 
 void frmProtocollPreview::tbProtokoll_ButtonClick(const QString &key)

@@ -33,6 +33,8 @@ public:
 
     /// The document, borrowed; set before the window is shown.
     void setKalibrierung(Kalibrierung &document) { m_document = &document; }
+    /// The file that saving as PDF suggests: a name, or a path with it.
+    void setPdfSuggestion(const QString &path) { m_pdfSuggestion = path; }
 
     /// Makes the pages in place of the plain way.
     void setPageMaker(std::function<std::shared_ptr<Page>(std::int32_t)> maker);
@@ -76,10 +78,11 @@ private:
     void edit();
     void saveAsPdf();
     void cancelJob();
+    void stopJob();
 
     void compose(const std::exception_ptr &reported);
     void printEnded(const std::exception_ptr &error);
-    void pdfEnded(const std::exception_ptr &error, const QString &target, bool composeAnew);
+    void pdfEnded(const std::exception_ptr &error, const QString &target);
     void report(const std::exception_ptr &error);
     void showProgress();
     void showPageCount();
@@ -88,6 +91,7 @@ private:
     bool m_debugMode;
     Kalibrierung *m_document = nullptr;
     PageFormat m_format;
+    QString m_pdfSuggestion = QStringLiteral("Protokoll.pdf");
     std::function<std::shared_ptr<Page>(std::int32_t)> m_pageMaker;
     std::unique_ptr<QPrinter> m_printer; ///< made when first needed: asking the system takes time
 
@@ -97,7 +101,9 @@ private:
     QScrollBar *m_horizontal;
     QString m_zoomText; ///< the last one that was a factor
     bool m_loaded = false;
-    bool m_composing = false; ///< the scroll bars keep their range: the view stays where it is
+    bool m_incomplete = false;  ///< composing was cancelled: pages are missing
+    bool m_composeAnew = false; ///< saving has displaced an unfinished composition
+    bool m_composing = false;   ///< the scroll bars keep their range: the view stays where it is
 
     // Declared after what their steps use, so that they end first.
     std::unique_ptr<ProtocolRun> m_run; ///< of the preview or the printer

@@ -37,7 +37,15 @@ QPrinter &frmProtocollPreview::printer()
 void frmProtocollPreview::takeSheetFrom(const QPrinter &printer)
 {
     constexpr double millimetresPerCentimetre = 10.0;
-    const QSizeF sheet = printer.pageLayout().fullRect(QPageLayout::Millimeter).size();
+    QSizeF sheet = printer.pageLayout().fullRect(QPageLayout::Millimeter).size();
+    const bool isWide = sheet.width() > sheet.height();
+    // A driver's A4 may be some tenths of a millimetre off; pages must not break elsewhere for
+    // that.
+    sheet = QPageSize(isWide ? sheet.transposed() : sheet, QPageSize::Millimeter, {},
+                      QPageSize::FuzzyMatch)
+                .size(QPageSize::Millimeter);
+    if (isWide)
+        sheet.transpose();
     if (!sheet.isEmpty())
         m_format = {sheet.width() / millimetresPerCentimetre,
                     sheet.height() / millimetresPerCentimetre};
@@ -47,10 +55,12 @@ void frmProtocollPreview::print()
 {
     if (!m_services.choosePrinter(printer(), printOptions, this))
         return;
+    // Before anything else is touched: a job that is refused leaves the preview as it is.
+    auto pages = std::make_unique<PrintPages>(printer());
     m_slices.drop();
     m_composing = false;
     takeSheetFrom(printer());
-    m_printPages = std::make_unique<PrintPages>(printer());
+    m_printPages = std::move(pages);
     m_printPages->onPageBegun = [this](std::int32_t number, std::int32_t pageCount) {
         reportNewPage(number, pageCount);
     };
@@ -93,11 +103,11 @@ void frmProtocollPreview::edit()
 
 void frmProtocollPreview::saveAsPdf()
 {
-    const QString target = m_services.choosePdfTarget(u"Protokoll.pdf"_qs, this);
+    const QString target = m_services.choosePdfTarget(m_pdfSuggestion, this);
     if (target.isEmpty())
         return;
     m_pdf = std::make_unique<ProtocolPdfJob>(*m_document, options(), target);
-    const bool composeAnew = m_slices.isRunning();
+    m_composeAnew = m_slices.isRunning();
     m_slices.start(
         [this] {
             const bool more = m_pdf->step();
@@ -105,11 +115,10 @@ void frmProtocollPreview::saveAsPdf()
                 m_pdf->commit();
             return more;
         },
-        [=, this](const std::exception_ptr &error) { pdfEnded(error, target, composeAnew); });
+        [=, this](const std::exception_ptr &error) { pdfEnded(error, target); });
 }
 
-void frmProtocollPreview::pdfEnded(const std::exception_ptr &error, const QString &target,
-                                   bool composeAnew)
+void frmProtocollPreview::pdfEnded(const std::exception_ptr &error, const QString &target)
 {
     constexpr int milliseconds = 10'000;
     m_pdf.reset();
@@ -118,17 +127,25 @@ void frmProtocollPreview::pdfEnded(const std::exception_ptr &error, const QStrin
         report(error);
     else
         statusBar()->showMessage(u"Gespeichert: "_qs + QFileInfo(target).fileName(), milliseconds);
-    if (composeAnew)
+    if (m_composeAnew)
         compose(error);
 }
 
 void frmProtocollPreview::cancelJob()
 {
+    const bool pagesAreMissing = m_printPages || (m_pdf && m_composeAnew);
+    stopJob();
+    if (pagesAreMissing)
+        rebuild();
+}
+
+void frmProtocollPreview::stopJob()
+{
     if (!m_slices.isRunning())
         return;
-    const bool wasPrinting = m_printPages != nullptr;
     m_slices.drop();
-    if (wasPrinting)
+    m_incomplete = m_composing && !m_pdf;
+    if (m_printPages)
         m_printPages->abort();
     else if (m_run)
         m_run->stop();
@@ -138,8 +155,7 @@ void frmProtocollPreview::cancelJob()
     m_controls->setProgress({});
     m_composing = false;
     placeScrollBars();
-    if (wasPrinting && isVisible())
-        rebuild();
+    showPageCount();
 }
 
 void frmProtocollPreview::showProgress()

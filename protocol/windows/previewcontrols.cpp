@@ -86,7 +86,7 @@ void PreviewControls::addZoomBox()
     m_zoom->setInsertPolicy(QComboBox::NoInsert);
     m_zoom->setCompleter(nullptr); // would turn a typed "2" into "200%"
     m_zoom->addItems(zoom::listed());
-    m_zoom->setEditText(u"100%"_qs);
+    m_zoom->setCurrentIndex(m_zoom->findText(u"100%"_qs));
     m_zoom->setAccessibleDescription(u"Zoom"_qs);
     m_zoom->lineEdit()->setAccessibleName(u"Zoom"_qs);
     m_zoom->setToolTip(u"Zoom"_qs);

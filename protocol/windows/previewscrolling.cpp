@@ -119,7 +119,9 @@ void frmProtocollPreview::VScroll1_Change()
 void frmProtocollPreview::showPageCount()
 {
     const auto count = m_stack->pages().size();
-    m_controls->setPageText(count == 0
-                                ? u"Keine Seiten"_qs
-                                : u"Seite %1 von %2"_qs.arg(m_stack->currentPage()).arg(count));
+    QString text = count == 0 ? u"Keine Seiten"_qs
+                              : u"Seite %1 von %2"_qs.arg(m_stack->currentPage()).arg(count);
+    if (m_incomplete)
+        text += u" (abgebrochen, unvollständig)"_qs;
+    m_controls->setPageText(text);
 }

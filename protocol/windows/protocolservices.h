@@ -23,7 +23,7 @@ public:
                                QWidget *parent) = 0;
     /// Shows the printer set-up. \returns false when it was cancelled.
     virtual bool setUpPrinter(QPrinter &printer, QWidget *parent) = 0;
-    /// Asks where to save a PDF; \a suggestion is a file name. Empty when cancelled.
+    /// Asks where to save a PDF; \a suggestion is a file name or a path. Empty when cancelled.
     virtual QString choosePdfTarget(const QString &suggestion, QWidget *parent) = 0;
 };
 

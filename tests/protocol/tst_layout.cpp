@@ -125,9 +125,9 @@ private slots:
                     const auto *text = std::get_if<PlacedText>(&primitive);
                     if (!text || text->text == u"- %1 -"_qs.arg(page->number))
                         continue;
-                    if (format.pageHeight() > 20.0) // lower sheets can't hold a diagram
-                        QVERIFY(text->at.y() >= pageMarginCm);
+                    QVERIFY(text->at.y() >= pageMarginCm);
                 }
+                QVERIFY(page->drawing.primitives().size() > 1); // more than the page's number
             }
         }
     }
@@ -146,6 +146,7 @@ private slots:
             return all;
         };
         QCOMPARE(words({14.8, 21.0}), words({}));
+        QCOMPARE(words({21.0, 14.8}), words({}));
         QCOMPARE(words({29.7, 21.0}), words({}));
     }
 
@@ -172,6 +173,23 @@ private slots:
             const auto document = documents::grid(fields, 3);
             for (const auto &page : composed(*document, ProtocolType::ResultsOnly).pages)
                 QVERIFY(page->drawing.primitives().size() > 5);
+        }
+    }
+
+    void longRemarksLeaveNeitherTitleNorHeadingAlone()
+    {
+        for (int lines = 20; lines <= 60; ++lines) {
+            const auto document = documents::good();
+            document->DataStoreLet(u"Protokoll Verdichtung Unterlage Bemerkungen"_qs,
+                                   QStringList(lines, u"Zeile"_qs).join(u'\n'));
+            const Composed protocol = composed(*document, ProtocolType::WithCalibrationField);
+            QCOMPARE(protocol.texts().count(u"Zeile"_qs), lines);
+            for (const auto &page : protocol.pages) {
+                std::vector<FoundText> texts = found(page->drawing);
+                texts.pop_back(); // the page number
+                QVERIFY(texts.size() > 3);
+                QVERIFY2(!texts.back().style.bold, qPrintable(texts.back().text));
+            }
         }
     }
 

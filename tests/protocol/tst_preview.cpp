@@ -634,6 +634,36 @@ private slots:
         QVERIFY(preview.stack().pages().size() > 380);
     }
 
+    void whatWasCancelledIsCalledIncompleteUntilItIsComposedAgain()
+    {
+        Preview preview(documents::grid(900, 20));
+        preview.window.show();
+        QTRY_VERIFY(preview.isProgressShown());
+        preview.child<QPushButton>(u"cmdAbbrechen"_qs).click();
+        const auto &label = preview.child<QLabel>(u"labSeiten"_qs);
+        QVERIFY(label.text().contains(u"unvollständig"_qs));
+        preview.click(u"refresh"_qs);
+        preview.settle();
+        QVERIFY(!label.text().contains(u"unvollständig"_qs));
+    }
+
+    void aCancelledPdfIsNotWrittenAndThePreviewIsCompletedAfterwards()
+    {
+        QTemporaryDir folder;
+        Preview preview(documents::grid(900, 20));
+        preview.services.pdfTarget = folder.filePath(u"p.pdf"_qs);
+        preview.window.show();
+        QTRY_VERIFY(preview.window.isBusy() && !preview.stack().pages().empty());
+        preview.click(u"pdf"_qs);
+        QVERIFY(preview.window.isBusy());
+        QTRY_VERIFY(preview.isProgressShown());
+        preview.child<QPushButton>(u"cmdAbbrechen"_qs).click();
+        preview.settle();
+        QVERIFY(preview.stack().pages().size() > 380);
+        QVERIFY(QDir(folder.path()).isEmpty());
+        QVERIFY(preview.services.messages.empty());
+    }
+
     void closingWhileComposingEndsTheWork()
     {
         Preview preview(documents::grid(900, 20));

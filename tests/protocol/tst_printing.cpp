@@ -83,6 +83,7 @@ struct Printing
         QCoreApplication::processEvents();
         settle();
     }
+    const PageStack &stack() const { return *window.findChild<PageStack *>(); }
     void settle() { QTRY_VERIFY_WITH_TIMEOUT(!window.isBusy(), 60'000); }
     void print()
     {
@@ -204,6 +205,51 @@ private slots:
         QVERIFY(printing.services.texts().first().endsWith(u" (57)"_qs));
         QVERIFY(printing.pageCount() > 1);
         QVERIFY(printing.window.isVisible());
+    }
+
+    void aRefusedJobLeavesThePreviewAsItIs()
+    {
+        Printing printing(documents::grid(900, 20));
+        printing.services.onChoosePrinter = [&](QPrinter &printer) {
+            printer.setOutputFormat(QPrinter::PdfFormat);
+            printer.setOutputFileName(printing.folder.filePath(u"fehlt/druck.pdf"_qs));
+            printer.setPageOrientation(QPageLayout::Landscape);
+            return true;
+        };
+        printing.window.show();
+        QTRY_VERIFY(printing.window.isBusy() && !printing.stack().pages().empty());
+        printing.window.tbProtokoll_ButtonClick(u"print"_qs);
+        QCOMPARE(printing.services.messages.size(), 1U);
+        QVERIFY(printing.window.isBusy()); // composing goes on
+        printing.settle();
+        QVERIFY(printing.stack().pages().size() > 380);
+        QCOMPARE(printing.stack().pages().back()->format, PageFormat());
+        QVERIFY(printing.window.findChild<QPushButton *>(u"cmdAbbrechen"_qs)->isHidden());
+    }
+
+    void closingWhilePrintingComposesNothingAnew()
+    {
+        Printing printing(documents::grid(900, 20));
+        printing.show();
+        printing.window.tbProtokoll_ButtonClick(u"print"_qs);
+        QVERIFY(printing.window.isBusy());
+        printing.window.close();
+        QVERIFY(!printing.window.isBusy());
+        QVERIFY(printing.services.messages.empty());
+    }
+
+    void aSheetThatIsATrifleOffBreaksPagesWhereTheKnownOneDoes()
+    {
+        Printing printing(documents::good());
+        printing.show();
+        printing.services.onSetUp = [](QPrinter &printer) {
+            printer.setPageSize(QPageSize(QSizeF(209.9, 297.04), QPageSize::Millimeter, u"A4x"_qs,
+                                          QPageSize::ExactMatch));
+            return true;
+        };
+        printing.window.tbProtokoll_ButtonClick(u"printersetup"_qs);
+        printing.settle();
+        QCOMPARE(printing.stack().pages().back()->format, PageFormat());
     }
 
     void printingCanBeCancelled()
