@@ -36,6 +36,7 @@ int main(int argc, char **argv)
     // The application object takes over the environment's locale; libraries that write numbers into
     // files need the point.
     std::setlocale(LC_NUMERIC, "C");
+    takeFileSizeLimitAsError();
     QApplication::setApplicationName(produkt::name());
     installGermanTexts(application);
     const QLocale locale = userLocale();
