@@ -9,6 +9,7 @@
 #include <QTranslator>
 #include <QWidget>
 
+#include <csignal>
 #include <memory>
 
 namespace {
@@ -43,6 +44,13 @@ void basKalibrierungWendral::Main(const QString &commandLine, const QLocale &loc
     if (debugFlag)
         dialogs.message(qobject_cast<QWidget *>(window), Dialogs::Icon::Information,
                         produkt::name(), u"Debug-Modus aktiviert"_qs);
+}
+
+void takeFileSizeLimitAsError()
+{
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
 }
 
 bool installGermanTexts(QCoreApplication &application)

@@ -5,8 +5,10 @@
 #include "core/statistik.h"
 #include "export/formeln.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
+#include <initializer_list>
 #include <tuple>
 
 namespace {
@@ -35,10 +37,59 @@ struct Einstellung
 struct Rechnung
 {
     QString formel;
+    QString schrittformel; ///< of a sum
+    double schritt = 1.0;
     std::function<double()> programm; ///< the document's own result
     std::function<double()> ungerundet;
     Hindernisse hindernisse;
 };
+
+// Terms of at most 2^27 steps: a million of them add up exactly, and what remains of each is small.
+constexpr int stepsOfLargest = 26;
+constexpr int smallestStep = -1000;
+
+// The step for terms whose size is a product of \a sizes, as a power of two. Where there is none,
+// all terms being 0 or the product too large, any step will do.
+double schritt(std::initializer_list<double> sizes)
+{
+    double exponent = 0.0;
+    for (const double size : sizes)
+        exponent += std::log2(size);
+    const double step =
+        std::exp2(std::max<double>(std::floor(exponent) - stepsOfLargest, smallestStep));
+    return std::isfinite(step) && std::isfinite(exponent) ? step : 1.0;
+}
+
+QString schrittformel(const QStringList &sizes)
+{
+    QStringList exponents;
+    for (const QString &size : sizes)
+        exponents += u"LOG(%1,2)"_qs.arg(size);
+    return u"IFERROR(2^MAX(INT(%1)-%2,%3),1)"_qs.arg(exponents.join(u'+'))
+        .arg(stepsOfLargest)
+        .arg(smallestStep);
+}
+
+// How far the values of \a sample lie from \a mean at most.
+double abstand(const Stichprobe &sample, double mean)
+{
+    if (sample.werte.empty())
+        return 0.0;
+    const auto [smallest, largest] = std::minmax_element(sample.werte.begin(), sample.werte.end());
+    return std::max(*largest - mean, mean - *smallest);
+}
+
+QString abstandsformel(const Stichprobe &sample, const QString &mean)
+{
+    return u"MAX(MAX(%1)-%2,%2-MIN(%1))"_qs.arg(sample.bereich, mean);
+}
+
+// The terms of a variance or covariance. A point whose row has been emptied counts as none.
+QString produkt(const Stichprobe &x, const QString &meanX, const Stichprobe &y,
+                const QString &meanY)
+{
+    return u"ISNUMBER(%1)*((%1-%2)*(%3-%4))"_qs.arg(x.bereich, meanX, y.bereich, meanY);
+}
 
 class Planer
 {
@@ -100,7 +151,8 @@ Ergebnisort Planer::ortAufAuswertung(int group, int member) const
             .wert = wertspalte,
             .ausgabe = 3,
             .hinweis = 4,
-            .rechenweg = 6};
+            .rechenweg = 6,
+            .schritt = 5};
 }
 
 void Planer::vollende(Rechenzeile &row, const Rechnung &calculation, Stellen places, bool rounds)
@@ -116,6 +168,8 @@ void Planer::vollende(Rechenzeile &row, const Rechnung &calculation, Stellen pla
         return;
     }
     row.formel = calculation.formel;
+    row.schrittformel = calculation.schrittformel;
+    row.schritt = calculation.schritt;
     if (rounds && *m_round.wert)
         row.stellen = digits.wert;
     bool dividedByZero = false;
@@ -135,8 +189,10 @@ void Planer::mittelwert(MerkmalEnum merkmal)
     Rechenzeile &row = m_plan.mittelwerte[merkmal];
     row.ort = ortAufAuswertung(0, merkmal);
     Rechnung calculation;
-    calculation.formel =
-        u"IF(COUNT(%1)=%2,IFERROR(IF(%2=0,0,SUM(%1)/%2),\"\"),\"\")"_qs.arg(sample.bereich, m_n);
+    calculation.formel = u"IF(COUNT(%1)=%2,IFERROR(IF(%2=0,0,%3/%2),\"\"),\"\")"_qs.arg(
+        sample.bereich, m_n, formeln::genaueSumme(sample.bereich, row.schrittzelle()));
+    calculation.schrittformel = schrittformel({u"MAX(MAX(%1),-MIN(%1))"_qs.arg(sample.bereich)});
+    calculation.schritt = schritt({abstand(sample, 0.0)});
     calculation.programm = [&] { return m_document.StatistikMittelwert(merkmal); };
     calculation.ungerundet = [&] {
         if (sample.luecke)
@@ -162,8 +218,13 @@ void Planer::varianz(MerkmalEnum merkmal)
     row.ort = ortAufAuswertung(1, merkmal);
     Rechnung calculation;
     calculation.formel = formeln::geschuetzt(
-        {mean.wertzelle()}, durchFreiheitsgrade(u"SUMPRODUCT((%1-%2)*(%1-%2))"_qs.arg(
-                                sample.bereich, mean.wertzelle())));
+        {mean.wertzelle()},
+        durchFreiheitsgrade(formeln::genaueSumme(
+            produkt(sample, mean.wertzelle(), sample, mean.wertzelle()), row.schrittzelle())));
+    const QString size = abstandsformel(sample, mean.wertzelle());
+    calculation.schrittformel = schrittformel({size, size});
+    if (mean.wert)
+        calculation.schritt = schritt({abstand(sample, *mean.wert), abstand(sample, *mean.wert)});
     calculation.programm = [&] { return m_document.StatistikVarianz(merkmal); };
     calculation.ungerundet = [&] {
         return mean.wert ? durchFreiheitsgrade(statistik::sumOfSquares(sample.werte, *mean.wert))
@@ -199,8 +260,13 @@ void Planer::kovarianz(std::size_t pair)
     Rechnung calculation;
     calculation.formel = formeln::geschuetzt(
         {meanX.wertzelle(), meanY.wertzelle()},
-        durchFreiheitsgrade(u"SUMPRODUCT((%1-%2)*(%3-%4))"_qs.arg(
-            sampleX.bereich, meanX.wertzelle(), sampleY.bereich, meanY.wertzelle())));
+        durchFreiheitsgrade(formeln::genaueSumme(
+            produkt(sampleX, meanX.wertzelle(), sampleY, meanY.wertzelle()), row.schrittzelle())));
+    calculation.schrittformel = schrittformel(
+        {abstandsformel(sampleX, meanX.wertzelle()), abstandsformel(sampleY, meanY.wertzelle())});
+    if (meanX.wert && meanY.wert)
+        calculation.schritt =
+            schritt({abstand(sampleX, *meanX.wert), abstand(sampleY, *meanY.wert)});
     calculation.programm = [this, x = x, y = y] { return m_document.StatistikKovarianz(x, y); };
     calculation.ungerundet = [&] {
         return meanX.wert && meanY.wert

@@ -56,6 +56,12 @@ void Dateibefehle::setFileName(const QString &path)
     m_window.fileNameChanged();
 }
 
+void Dateibefehle::restoreFile(const QString &path, const QByteArray &contentOnDisk)
+{
+    setFileName(path);
+    m_contentOnDisk = contentOnDisk;
+}
+
 bool Dateibefehle::mayProceed()
 {
     // Asked in any case: it also closes an open editor, which must not outlive the document.

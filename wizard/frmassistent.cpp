@@ -14,6 +14,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStackedLayout>
+#include <QStatusBar>
 #include <QVBoxLayout>
 
 namespace {
@@ -125,6 +126,29 @@ bool frmAssistent::visiblePageHasChanges()
     return visiblePage()->hasChanges();
 }
 
+Arbeitsstand frmAssistent::work() const
+{
+    const AssistentSeite *visible = m_pages[static_cast<std::size_t>(activePage())];
+    return {FileName(), m_files.contentOnDisk(), activePage(), visible->entries()};
+}
+
+void frmAssistent::restoreWork(const Arbeitsstand &work)
+{
+    m_document.setIsDirty(true);
+    m_files.restoreFile(work.fileName, work.contentOnDisk);
+    enterPage(work.page);
+    if (activePage() == work.page)
+        visiblePage()->restoreEntries(work.entries);
+}
+
+void frmAssistent::showNotice(const QString &text)
+{
+    if (text.isEmpty() && !findChild<QStatusBar *>())
+        return; // a window without a notice has no bar for it
+    statusBar()->showMessage(text);
+    statusBar()->setVisible(!text.isEmpty());
+}
+
 bool frmAssistent::event(QEvent *event)
 {
     const bool handled = QMainWindow::event(event);
@@ -144,6 +168,7 @@ void frmAssistent::closeEvent(QCloseEvent *event)
     }
     m_settings.setWindowGeometry(saveGeometry());
     event->accept();
+    emit closing();
 }
 
 void frmAssistent::dragEnterEvent(QDragEnterEvent *event)

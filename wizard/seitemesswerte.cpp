@@ -209,13 +209,25 @@ void SeiteMesswerte::finishEditing()
     m_table->finishEditing();
 }
 
-bool SeiteMesswerte::hasChanges() const
+Eingaben SeiteMesswerte::entries() const
 {
+    Eingaben entries;
     for (auto row = m_filled.constBegin(); row != m_filled.constEnd(); ++row) {
-        if (isChanged(row.key(), pmDirekt) || isChanged(row.key(), pmIndirekt))
-            return true;
+        for (const PrüfmerkmalEnum kind : {pmDirekt, pmIndirekt}) {
+            if (isChanged(row.key(), kind))
+                entries.insert(eingaben::cell(m_table->grid().objectName(), row.key(),
+                                              kind == pmDirekt ? DirectColumn : IndirectColumn),
+                               cellText(row.key(), kind));
+        }
     }
-    return false;
+    m_table->addOpenEditor(entries);
+    return entries;
+}
+
+void SeiteMesswerte::restoreEntries(const Eingaben &entries)
+{
+    m_table->restoreCells(entries);
+    m_table->reopenEditor(entries);
 }
 
 QWidget *SeiteMesswerte::firstControl() const

@@ -22,6 +22,8 @@ namespace {
 
 constexpr auto information = Dialogs::Icon::Information;
 
+const QString fieldCountName = QStringLiteral("txtMessreihen");
+
 Prüfmerkmal &characteristic(Kalibrierung &document, std::size_t group)
 {
     switch (group) {
@@ -51,7 +53,7 @@ SeiteParameter::SeiteParameter(const Seitenkontext &context, QWidget *parent)
         focusChecks().add(group->placesBox(), [this, g] { return checkPlaces(g); });
     }
 
-    m_fieldCount = new Zahlenfeld(QStringLiteral("txtMessreihen"), QStringLiteral("udMessreihen"),
+    m_fieldCount = new Zahlenfeld(fieldCountName, QStringLiteral("udMessreihen"),
                                   countStep(document().values()), this);
     m_fieldCount->setAccessibleTexts(u"Anzahl der Prüffelder"_qs);
     focusChecks().add(m_fieldCount->box(), [this] { return checkFieldCount(); });
@@ -195,11 +197,22 @@ void SeiteParameter::fill()
         addPresets();
 }
 
-bool SeiteParameter::hasChanges() const
+Eingaben SeiteParameter::entries() const
 {
-    return fieldCountIsChanged() ||
-           std::any_of(m_groups.begin(), m_groups.end(),
-                       [](const Merkmalgruppe *group) { return group->hasChanges(); });
+    Eingaben entries;
+    for (const Merkmalgruppe *group : m_groups)
+        group->addEntries(entries);
+    if (fieldCountIsChanged())
+        entries.insert(fieldCountName, m_fieldCount->text());
+    return entries;
+}
+
+void SeiteParameter::restoreEntries(const Eingaben &entries)
+{
+    for (Merkmalgruppe *group : m_groups)
+        group->restoreEntries(entries);
+    if (entries.contains(fieldCountName))
+        m_fieldCount->setText(entries.value(fieldCountName));
 }
 
 bool SeiteParameter::fieldCountIsChanged() const

@@ -16,7 +16,8 @@ public:
     bool check() override;
     bool takeOver(Anlass anlass) override;
     void fill() override;
-    bool hasChanges() const override;
+    Eingaben entries() const override;
+    void restoreEntries(const Eingaben &entries) override;
     QWidget *firstControl() const override;
 
 private:

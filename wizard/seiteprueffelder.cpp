@@ -165,8 +165,11 @@ void SeitePrueffelder::showPoints()
     const int rows = mostPoints() + 1;
     for (int row = rows; row < grid.rows(); ++row) {
         const auto filled = m_filledPoints.constFind(row);
-        if (filled != m_filledPoints.constEnd() && grid.textMatrix(row, pointNameColumn) != *filled)
+        if (filled == m_filledPoints.constEnd())
+            continue;
+        if (grid.textMatrix(row, pointNameColumn) != *filled)
             m_hiddenPoints.insert(row, grid.textMatrix(row, pointNameColumn));
+        m_filledPoints.erase(filled);
     }
     grid.setRows(rows);
 }
@@ -276,8 +279,6 @@ void SeitePrueffelder::takePointNamesOver()
     const GridControl &grid = m_points->grid();
     for (auto filled = m_filledPoints.begin(); filled != m_filledPoints.end(); ++filled) {
         const int point = filled.key();
-        if (point >= grid.rows())
-            continue; // not listed any more
         const QString name = grid.textMatrix(point, pointNameColumn);
         if (name == *filled)
             continue;
@@ -303,22 +304,46 @@ void SeitePrueffelder::finishEditing()
     showPoints();
 }
 
-bool SeitePrueffelder::hasChanges() const
+Eingaben SeitePrueffelder::entries() const
 {
+    Eingaben entries;
+    const GridControl &fields = m_fields->grid();
     for (auto row = m_filled.constBegin(); row != m_filled.constEnd(); ++row) {
         for (const FieldColumn col : {NameColumn, PointsColumn, ValueColumn}) {
             if (isChanged(row.key(), col))
-                return true;
+                entries.insert(eingaben::cell(fields.objectName(), row.key(), col),
+                               text(row.key(), col));
         }
     }
-    if (!m_hiddenPoints.isEmpty())
-        return true;
-    const GridControl &grid = m_points->grid();
+    const GridControl &points = m_points->grid();
+    const auto insertName = [&](int point, const QString &name) {
+        entries.insert(eingaben::cell(points.objectName(), point, pointNameColumn), name);
+    };
     for (auto point = m_filledPoints.constBegin(); point != m_filledPoints.constEnd(); ++point) {
-        if (point.key() < grid.rows() && grid.textMatrix(point.key(), pointNameColumn) != *point)
-            return true;
+        const QString name = points.textMatrix(point.key(), pointNameColumn);
+        if (name != *point)
+            insertName(point.key(), name);
     }
-    return false;
+    for (auto typed = m_hiddenPoints.constBegin(); typed != m_hiddenPoints.constEnd(); ++typed)
+        insertName(typed.key(), *typed);
+    m_fields->addOpenEditor(entries);
+    m_points->addOpenEditor(entries);
+    return entries;
+}
+
+void SeitePrueffelder::restoreEntries(const Eingaben &entries)
+{
+    m_fields->restoreCells(entries);
+    showPoints(); // as many as the restored counts say
+    const auto restoreName = [this](int point, int col, const QString &name) {
+        if (point < m_points->grid().rows())
+            m_points->grid().setTextMatrix(point, col, name);
+        else
+            m_hiddenPoints.insert(point, name);
+    };
+    eingaben::forEachCell(entries, m_points->grid().objectName(), restoreName);
+    m_points->reopenEditor(entries);
+    m_fields->reopenEditor(entries);
 }
 
 QWidget *SeitePrueffelder::firstControl() const

@@ -21,7 +21,8 @@ public:
     bool takeOver(Anlass anlass) override;
     void fill() override;
     void finishEditing() override;
-    bool hasChanges() const override;
+    Eingaben entries() const override;
+    void restoreEntries(const Eingaben &entries) override;
     QWidget *firstControl() const override;
 
     /// Brings a covariable value that was typed into row \a row of the fields' table into its form.
@@ -61,7 +62,7 @@ private:
     QLabel *m_notice;
     int m_fieldCount = 0;               ///< rows that are shown
     QHash<int, FieldTexts> m_filled;    ///< what filling wrote, by row; of rows that were needed
-    QHash<int, QString> m_filledPoints; ///< the same of the points' names
+    QHash<int, QString> m_filledPoints; ///< the same of the points' names, as long as listed
     QHash<int, QString> m_hiddenPoints; ///< typed names of points that are not shown now
     bool m_showPointsPending = false;
 };

@@ -28,7 +28,7 @@ bool packe(const QString &path, const QStringList &parts)
 int pruefe(const QString &path, int rows)
 {
     try {
-        return pruefeMappe(path, {{u"s.xml"_qs, rows}}, [] { return true; }) ? 0 : -1;
+        return pruefeMappe(path, {{u"s.xml"_qs, rows}}, [](auto, auto) { return true; }) ? 0 : -1;
     } catch (const RunTimeError &error) {
         return error.number();
     }

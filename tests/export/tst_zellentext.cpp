@@ -16,7 +16,8 @@ private slots:
         QTest::newRow("formula") << u"=1+1"_qs << u"=1+1"_qs;
         QTest::newRow("marks of XML") << u"<&>\"'"_qs << u"<&>\"'"_qs;
         QTest::newRow("line feed and tab") << u"a\nb\tc"_qs << u"a\nb\tc"_qs;
-        QTest::newRow("control characters") << u"\u0001\u001f\r"_qs << u"_x0001__x001f__x000d_"_qs;
+        QTest::newRow("control characters") << u"\u0001\u001f"_qs << u"_x0001__x001f_"_qs;
+        QTest::newRow("ends of lines") << u"a\r\nb\rc\r\r\nd"_qs << u"a\nb\nc\n\nd"_qs;
         QTest::newRow("null") << QString(QChar(0)) << u"_x0000_"_qs;
         QTest::newRow("looks like an escape") << u"a_x00Fe_b"_qs << u"a_x005F_x00Fe_b"_qs;
         QTest::newRow("nearly an escape")
