@@ -17,9 +17,8 @@ import statistics
 import sys
 import time
 
-import program as driver
 from desk import Desk
-from program import PRODUCT, Program, TookTooLong
+from program import PRODUCT, Program
 from wizard import OPENING, SAVING, open_file
 
 TEXTS = ("", " ", "3", "4", "7", "12", "99,5", "1.234,5", "0,65", "-4", "1,5", "abc", "Übergänge", "EVD", "F", "%",
@@ -132,25 +131,25 @@ class Monkey:
                 self.program.type(self.chance.choice(TEXTS) + "\n")
 
     def rest(self):
-        """Puts everything away without saving, down to a new document, and measures."""
-        end = time.monotonic() + driver.PATIENCE_SECONDS
-        while True:
-            if time.monotonic() > end:
-                raise TookTooLong(f"no way back to a new document; there are {self.program.describe()}")
-            window = self.program.window()
-            if not window.get_name().startswith(PRODUCT) or window.get_role_name() == "alert":
-                self.put_away(window)
-                continue
-            if window.get_name() == PRODUCT and self.program.find_now(WELCOME_BOX, "check box"):
-                break
-            if self.program.find_now(FRAME_BUTTON, "push button"):
-                self.program.keys("Escape", "Escape", "ctrl+n")
-                self.settle()
+        """Puts everything away without saving, down to a new document, measures, and mostly opens an example."""
+        self.program.wait_until(self.is_put_away, "there is a way back to a new document")
         self.measure()
         for number, example in enumerate(sorted(EXAMPLES.glob("*.xml"))):
             shutil.copy(example, self.home / f"datei{number}.xml")
         if self.chance.random() < OPENED_SHARE:
             open_file(self.program, self.home / "datei0.xml")
+
+    def is_put_away(self):
+        """Whether the welcome page of a new document shows; otherwise goes a step there."""
+        window = self.program.window()
+        if not window.get_name().startswith(PRODUCT) or window.get_role_name() == "alert":
+            self.put_away(window)
+        elif window.get_name() == PRODUCT and self.program.find_now(WELCOME_BOX, "check box"):
+            return True
+        elif self.program.find_now(FRAME_BUTTON, "push button"):
+            self.program.keys("Escape", "Escape", "ctrl+n")
+            self.settle()
+        return False
 
     def put_away(self, window):
         names = [button.get_name() for button in self.controls(window, "push button")]
