@@ -98,6 +98,34 @@ private slots:
         QVERIFY(result.output.contains("88,88"));
     }
 
+#if defined(Q_OS_UNIX) && !defined(__SANITIZE_ADDRESS__)
+    // The report of so many points takes more memory than there is; the next file does not.
+    void aReportWithoutMemoryFailsAlone()
+    {
+        QFile source(example());
+        QVERIFY(source.open(QIODevice::ReadOnly));
+        QByteArray text = source.readAll();
+        const QByteArray count = u"Variable='Prüffeld Prüfpunktanzahl 1' Wert='"_qs.toUtf8();
+        QCOMPARE(text.count(count + '4'), 1);
+        text.replace(count + '4', count + "900000");
+        QTemporaryDir folder;
+        QFile large(folder.filePath(u"viele.xml"_qs));
+        QVERIFY(large.open(QIODevice::WriteOnly) && large.write(text) == text.size());
+        large.close();
+        QProcess process;
+        process.start(u"/bin/sh"_qs, {u"-c"_qs, u"ulimit -v 300000; exec \"$@\""_qs, u"sh"_qs,
+                                      QStringLiteral(PROGRAM), u"--parallel"_qs, u"1"_qs,
+                                      large.fileName(), example()});
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 1);
+        QCOMPARE(
+            QString::fromUtf8(process.readAllStandardError()),
+            u"kalibrierung-auswertung: %1: Nicht genügend Speicher (7)\n"_qs.arg(large.fileName()));
+        QVERIFY(process.readAllStandardOutput().contains("Urteil: gut"));
+    }
+#endif
+
     void helpAndVersionAreGerman()
     {
         const Ergebnis help = starte({u"--help"_qs}, {});
