@@ -250,7 +250,8 @@ void TestAusgabe::failedExportIsReported()
     OutputFixture f;
     QVERIFY(QDir(f.folder.path()).mkdir(u"zu"_qs));
     using F = QFileDevice;
-    const auto readable = F::ReadOwner | F::ExeOwner | F::ReadOther | F::ExeOther;
+    const auto readable =
+        F::ReadOwner | F::ExeOwner | F::ReadGroup | F::ExeGroup | F::ReadOther | F::ExeOther;
     QVERIFY(QFile::setPermissions(f.folder.path(), readable | F::WriteOwner));
     QVERIFY(QFile::setPermissions(f.path(u"zu"_qs), readable));
     f.target = f.path(name);

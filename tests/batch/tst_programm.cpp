@@ -45,6 +45,12 @@ QString otherExample()
     return QStringLiteral(PROJECT_DIR) + u"/examples/verformungsmodul.xml"_qs;
 }
 
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool hasAddressSanitizer = true;
+#else
+constexpr bool hasAddressSanitizer = false;
+#endif
+
 // The text of a PDF as a reader of another maker finds it; a word of its own where there is none.
 QString pdfText(const QString &file)
 {
@@ -98,10 +104,12 @@ private slots:
         QVERIFY(result.output.contains("88,88"));
     }
 
-#if defined(Q_OS_UNIX) && !defined(__SANITIZE_ADDRESS__)
+#ifdef Q_OS_UNIX
     // The report of so many points takes more memory than there is; the next file does not.
     void aReportWithoutMemoryFailsAlone()
     {
+        if (hasAddressSanitizer)
+            QSKIP("the address sanitizer takes more memory than is left here");
         QFile source(example());
         QVERIFY(source.open(QIODevice::ReadOnly));
         QByteArray text = source.readAll();

@@ -70,11 +70,11 @@ QJsonObject rechne(const QString &book, const QJsonArray &entries)
     return good ? QJsonDocument::fromJson(output).object() : QJsonObject();
 }
 
-// Values around 96 and 40 with some decimals, times a power of ten.
-Datensatz zufaellig(std::mt19937 &random, double scale, int decimals)
+// Values around a centre with some decimals, times a power of ten.
+Datensatz zufaellig(std::mt19937 &random, double centre, double scale, int decimals)
 {
-    std::normal_distribution<double> direct(96, 4);
-    std::normal_distribution<double> indirect(40, 6);
+    std::normal_distribution<double> direct(centre, 4);
+    std::normal_distribution<double> indirect(centre / 2, 6);
     const double unit = std::pow(10.0, decimals);
     const auto value = [&](std::normal_distribution<double> &distribution) {
         return std::round(distribution(random) * unit) / unit * scale;
@@ -113,21 +113,25 @@ private slots:
 
     void plainSumsGiveTheValuesOfTheProgram_data()
     {
+        QTest::addColumn<double>("centre");
         QTest::addColumn<double>("scale");
         QTest::addColumn<int>("decimals");
         QTest::addColumn<int>("places");
         QTest::addColumn<bool>("rounds");
-        QTest::newRow("as typed, rounded") << 1.0 << 2 << 0 << true;
-        QTest::newRow("as typed") << 1.0 << 2 << 0 << false;
-        QTest::newRow("without decimals, rounded") << 1.0 << 0 << 0 << true;
-        QTest::newRow("all digits") << 1.0 << 14 << 0 << false;
-        QTest::newRow("large, rounded") << 1e5 << 2 << -3 << true;
-        QTest::newRow("tiny, rounded") << 1e-6 << 2 << 6 << true;
-        QTest::newRow("very tiny") << 1e-200 << 2 << 0 << false;
+        QTest::newRow("as typed, rounded") << 96.0 << 1.0 << 2 << 0 << true;
+        QTest::newRow("as typed") << 96.0 << 1.0 << 2 << 0 << false;
+        QTest::newRow("without decimals, rounded") << 96.0 << 1.0 << 0 << 0 << true;
+        QTest::newRow("all digits") << 96.0 << 1.0 << 14 << 0 << false;
+        QTest::newRow("large, rounded") << 96.0 << 1e5 << 2 << -3 << true;
+        QTest::newRow("tiny, rounded") << 96.0 << 1e-6 << 2 << 6 << true;
+        QTest::newRow("around zero, rounded") << 0.0 << 1.0 << 2 << 0 << true;
+        QTest::newRow("around zero") << 0.0 << 1.0 << 14 << 0 << false;
+        QTest::newRow("very tiny") << 96.0 << 1e-200 << 2 << 0 << false;
     }
 
     void plainSumsGiveTheValuesOfTheProgram()
     {
+        QFETCH(double, centre);
         QFETCH(double, scale);
         QFETCH(int, decimals);
         QFETCH(int, places);
@@ -136,14 +140,14 @@ private slots:
         Kalibrierung document(QLocale(QLocale::German));
         document.setZwischenergebnisseRunden(rounds);
         setzeStellen(document, places);
-        setze(document, zufaellig(random, scale, decimals));
+        setze(document, zufaellig(random, centre, scale, decimals));
         QTemporaryDir folder;
         const QString book = folder.filePath(u"a.xlsx"_qs);
         QVERIFY(schreibeTabelle(document, book, QDateTime::fromSecsSinceEpoch(0)));
         QJsonArray entries;
         constexpr int sets = 400;
         for (int i = 0; i < sets; ++i) {
-            const Datensatz data = zufaellig(random, scale, decimals);
+            const Datensatz data = zufaellig(random, centre, scale, decimals);
             setze(document, data);
             entries += eintrag(document, data);
         }

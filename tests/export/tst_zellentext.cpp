@@ -47,7 +47,8 @@ private slots:
         QTest::newRow("a control character does not fit") << x(most - 6) + u'\u0001' << u"x…"_qs;
         QTest::newRow("what looks escaped fits")
             << x(most - 13) + u"_x0041_"_qs << u"x_x005F_x0041_"_qs;
-        QTest::newRow("what looks escaped does not") << x(most - 12) + u"_x0041_"_qs << u"x_x004…"_qs;
+        QTest::newRow("what looks escaped does not")
+            << x(most - 12) + u"_x0041_"_qs << u"x_x004…"_qs;
         QTest::newRow("control characters only") << QString(most, u'\u0001') << u"_x0001_…"_qs;
         QTest::newRow("a pair fits") << x(most - 2) + u"\U0001F600"_qs << u"x\U0001F600"_qs;
         QTest::newRow("a pair across the cut") << x(most - 2) + u"\U0001F600y"_qs << u"x…"_qs;
