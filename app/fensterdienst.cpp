@@ -1,5 +1,6 @@
 #include "app/fensterdienst.h"
 
+#include "app/wiederherstellung.h"
 #include "core/runtimeerror.h"
 #include "protocol/windows/frmprotocollextradata.h"
 #include "wizard/frmassistent.h"
@@ -13,7 +14,10 @@
 
 QObject *Fensterdienst::createAssistent(Kalibrierung &document)
 {
-    return new frmAssistent(document, m_services);
+    auto *window = new frmAssistent(document, m_services);
+    if (m_recovery)
+        m_recovery->watch(document, *window);
+    return window;
 }
 
 QObject *Fensterdienst::createInfo()

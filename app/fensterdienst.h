@@ -3,11 +3,17 @@
 #include "core/windowservice.h"
 #include "wizard/assistentdienste.h"
 
+class Wiederherstellung;
+
 /// Makes and shows the windows that a document opens.
 class Fensterdienst : public WindowService
 {
 public:
-    explicit Fensterdienst(const AssistentDienste &services) : m_services(services) {}
+    /// \a recovery, where there is one, keeps the work in the wizard's window; borrowed.
+    explicit Fensterdienst(const AssistentDienste &services, Wiederherstellung *recovery = nullptr)
+        : m_services(services), m_recovery(recovery)
+    {
+    }
 
     QObject *createAssistent(Kalibrierung &document) override;
     QObject *createInfo() override;
@@ -17,4 +23,5 @@ public:
 
 private:
     AssistentDienste m_services;
+    Wiederherstellung *m_recovery;
 };

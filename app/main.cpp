@@ -2,6 +2,8 @@
 #include "app/fensterdienst.h"
 #include "app/htmlhelp.h"
 #include "app/start.h"
+#include "app/wiederherstellung.h"
+#include "app/wiederherstellungsfrage.h"
 #include "core/produkt.h"
 #include "core/userlocale.h"
 #include "protocol/windows/protocolservices.h"
@@ -9,9 +11,21 @@
 
 #include <QApplication>
 #include <QSettings>
+#include <QStandardPaths>
 
 #include <array>
 #include <clocale>
+
+namespace {
+
+// Of this user, and never beside the user's files.
+QString recoveryFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u'/' +
+           produkt::name() + u"/Wiederherstellung"_qs;
+}
+
+} // namespace
 
 int main(int argc, char **argv)
 {
@@ -22,7 +36,9 @@ int main(int argc, char **argv)
     // The application object takes over the environment's locale; libraries that write numbers into
     // files need the point.
     std::setlocale(LC_NUMERIC, "C");
+    takeFileSizeLimitAsError();
     QApplication::setApplicationName(produkt::name());
+    QGuiApplication::setDesktopFileName(QStringLiteral("kalibrierung-wendral"));
     installGermanTexts(application);
     const QLocale locale = userLocale();
     QLocale::setDefault(locale);
@@ -46,7 +62,12 @@ int main(int argc, char **argv)
         ausgabe::showExport(output, document, owner);
     };
     services.grid = GridEnvironment::system(locale);
-    Fensterdienst windows(services);
+    const auto ask = [&locale](QWidget *owner, const Wiederherstellung::Fund &found) {
+        return frageNachWiederherstellung(owner, found, locale);
+    };
+    Wiederherstellung recovery({recoveryFolder(), QDateTime::currentDateTime, ask}, dialogs);
+    Fensterdienst windows(services, &recovery);
     basKalibrierungWendral::Main(words.join(u' '), locale, windows, dialogs);
+    recovery.offer();
     return QApplication::exec();
 }

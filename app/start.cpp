@@ -7,7 +7,9 @@
 #include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QTranslator>
+#include <QWidget>
 
+#include <csignal>
 #include <memory>
 
 namespace {
@@ -40,8 +42,15 @@ void basKalibrierungWendral::Main(const QString &commandLine, const QLocale &loc
 
     debugFlag = asksForDebugMode(commandLine);
     if (debugFlag)
-        dialogs.message(nullptr, Dialogs::Icon::Information, produkt::name(),
-                        u"Debug-Modus aktiviert"_qs);
+        dialogs.message(qobject_cast<QWidget *>(window), Dialogs::Icon::Information,
+                        produkt::name(), u"Debug-Modus aktiviert"_qs);
+}
+
+void takeFileSizeLimitAsError()
+{
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
 }
 
 bool installGermanTexts(QCoreApplication &application)

@@ -24,5 +24,9 @@ void Main(const QString &commandLine, const QLocale &locale, WindowService &wind
 
 } // namespace basKalibrierungWendral
 
+/// A file that may not grow any further is an error of the command that writes it from now on, and
+/// not the end of the program.
+void takeFileSizeLimitAsError();
+
 /// Qt's own buttons and dialogs speak German from now on. \returns whether the texts were found.
 bool installGermanTexts(QCoreApplication &application);

@@ -37,10 +37,13 @@ void GridModel::setSourcedRows(int rows, RowSource source)
 
 QStringList &GridModel::cells(int row) const
 {
-    QStringList &texts = m_rows[row];
-    if (texts.isEmpty() && m_source && row >= m_fixedRows)
-        texts = m_source(row);
-    return texts;
+    if (m_rows.at(row).isEmpty() && m_source && row >= m_fixedRows) {
+        QStringList texts = m_source(row);
+        if (texts.size() > m_cols)
+            texts.resize(m_cols);
+        m_rows[row] = std::move(texts);
+    }
+    return m_rows[row];
 }
 
 void GridModel::loadAll()

@@ -38,8 +38,13 @@ ensure_packages() {
 build_packages=(cmake ninja-build g++ ccache qt6-base-dev libqt6svg6-dev qt6-translations-l10n
   libgl-dev libpugixml-dev libxlsxwriter-dev libminizip-dev zlib1g-dev fonts-liberation
   libqt6svg6)
-# What the tests need beside that.
+# What a Debian package is made with. fp-utils holds the compiler of Wendral.chm; without it the build
+# goes on, and the help is its pages only.
+deb_packages=(fp-utils python3 gzip dpkg-dev file fakeroot)
+# What the tests need beside that; desktop-file-utils and appstream judge the files for the desktop,
+# lintian is for the package itself and stays with packaging/README.md.
 test_packages=(git clang-format clang-tidy locales xvfb xauth openbox dbus at-spi2-core python3-gi
-  gir1.2-atspi-2.0 xdotool x11-utils poppler-utils cups python3-openpyxl)
+  gir1.2-atspi-2.0 xdotool x11-utils poppler-utils cups python3-openpyxl
+  fp-utils python3 desktop-file-utils appstream man-db)
 # The second spreadsheet program that recalculates what we write: large, so only where CI asks for it.
 ci_packages=(libreoffice-calc-nogui)

@@ -2,6 +2,7 @@
 
 #include "grid/gridenvironment.h"
 #include "wizard/dialogs.h"
+#include "wizard/eingaben.h"
 
 #include <QWidget>
 
@@ -40,8 +41,14 @@ public:
 
     /// Closes an editor that is open on the page and keeps its text.
     virtual void finishEditing() {}
-    /// Whether an entry differs from what fill() or takeOver() last left there.
-    virtual bool hasChanges() const { return false; }
+    /// The entries that differ from what fill() or takeOver() last left there, and the text of an
+    /// open editor. Changes nothing, raises no event and leaves the editor open.
+    virtual Eingaben entries() const { return {}; }
+    bool hasChanges() const { return !entries().isEmpty(); }
+    /// Types \a entries, those of such a page on the same document, once more after fill(). An
+    /// editor that was open opens again; what has no place is left out.
+    virtual void restoreEntries(const Eingaben & /*entries*/) {}
+
     /// The control that has the focus on a page just entered; null leaves it with the buttons.
     virtual QWidget *firstControl() const { return nullptr; }
 

@@ -70,6 +70,7 @@ QPushButton *Ausgabeseite::addCommand(QGridLayout &grid, const QString &name,
     auto *button = new QPushButton(caption, this);
     button->setAutoDefault(true); // Enter presses it, too
     button->setObjectName(name);
+    button->setMinimumWidth(button->sizeHint().width() + 2 * fontMetrics().height());
     button->setAccessibleDescription(explanation);
     grid.addWidget(head, row, 0);
     grid.addWidget(wrappedLabel(explanation, this), row + 1, 0, Qt::AlignTop);

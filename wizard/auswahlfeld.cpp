@@ -11,6 +11,8 @@ Auswahlfeld::Auswahlfeld(QWidget *parent) : QComboBox(parent)
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setAcceptDrops(false); // a file that is dropped here is for the window
     lineEdit()->setAcceptDrops(false);
+    // A long name shows from its beginning, whoever has put it there.
+    connect(this, &QComboBox::activated, this, [this] { lineEdit()->setCursorPosition(0); });
 }
 
 void Auswahlfeld::addPreset(const QString &entry)
@@ -20,13 +22,14 @@ void Auswahlfeld::addPreset(const QString &entry)
     addItem(entry);
     setCurrentIndex(index);
     setEditText(before);
+    lineEdit()->setCursorPosition(0);
 }
 
 void Auswahlfeld::setText(const QString &text)
 {
     setCurrentIndex(findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
     setEditText(text);
-    lineEdit()->setCursorPosition(0); // a long name shows from its beginning
+    lineEdit()->setCursorPosition(0);
 }
 
 void Auswahlfeld::setAccessibleTexts(const QString &name)

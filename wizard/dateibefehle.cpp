@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <cmath>
 
@@ -53,6 +54,12 @@ void Dateibefehle::setFileName(const QString &path)
     m_fileName = path;
     m_contentOnDisk.clear();
     m_window.fileNameChanged();
+}
+
+void Dateibefehle::restoreFile(const QString &path, const QByteArray &contentOnDisk)
+{
+    setFileName(path);
+    m_contentOnDisk = contentOnDisk;
 }
 
 bool Dateibefehle::mayProceed()
@@ -164,8 +171,18 @@ void Dateibefehle::load(const QString &path)
 
 void Dateibefehle::write(const QString &path)
 {
-    m_document.DataStore().set(activePageKey, std::int32_t{m_window.activePage()});
+    KeyedStore &store = m_document.DataStore();
+    const Variant *stored = store.find(activePageKey);
+    const std::optional<Variant> before = stored ? std::optional(*stored) : std::nullopt;
+    auto restorePage = qScopeGuard([&] {
+        if (before)
+            store.set(activePageKey, *before);
+        else
+            store.remove(activePageKey);
+    });
+    store.set(activePageKey, std::int32_t{m_window.activePage()});
     m_document.SaveFile(path);
+    restorePage.dismiss();
     m_document.setIsDirty(false);
     if (path == m_fileName)
         m_contentOnDisk = digestOf(path);

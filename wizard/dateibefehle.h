@@ -40,6 +40,11 @@ public:
 
     QString fileName() const { return m_fileName; }
     void setFileName(const QString &path);
+    /// Digest of the file when it was last opened or saved here; empty where it was neither.
+    QByteArray contentOnDisk() const { return m_contentOnDisk; }
+    /// The document holds work that was based on the file \a path when its digest was
+    /// \a contentOnDisk.
+    void restoreFile(const QString &path, const QByteArray &contentOnDisk);
 
     void newDocument();
     void open();
@@ -56,7 +61,7 @@ public:
     /// Kalibrierung::LoadFile raises, and nothing has changed then.
     void load(const QString &path);
     /// Stores the page number, writes to \a path and clears the dirty flag. Raises what
-    /// Kalibrierung::SaveFile raises.
+    /// Kalibrierung::SaveFile raises, and the document is as it was then.
     void write(const QString &path);
 
 private:
@@ -67,5 +72,5 @@ private:
     Dialogs &m_dialogs;
     Fenster &m_window;
     QString m_fileName;
-    QByteArray m_contentOnDisk; ///< digest of the file when it was last opened or saved here
+    QByteArray m_contentOnDisk;
 };

@@ -19,6 +19,16 @@ class Schrittanzeige;
 class SeiteMesswerte;
 class SeitePrueffelder;
 
+/// What of the work in a window would be lost without its file, beside the document itself.
+struct Arbeitsstand
+{
+    QString fileName;         ///< empty where the work was never saved
+    QByteArray contentOnDisk; ///< digest of the file that the work is based on
+    int page = 0;
+    Eingaben entries; ///< of the visible page
+    bool operator==(const Arbeitsstand &) const = default;
+};
+
 /// The main window: six pages, the frame that walks through them, and the commands of the menus.
 ///
 /// It orders the pages and knows nothing of their controls. A page is built when it is entered for
@@ -43,6 +53,14 @@ public:
     /// Writes the document, as it is, to a file. Raises 57, 61, 70, 75, 76, 94 or 321.
     void FileSave(const QString &path) { m_files.write(path); }
 
+    /// The present work. Changes nothing: no entry is taken over, no event raised, no editor
+    /// closed.
+    Arbeitsstand work() const;
+    /// The document has been replaced by unsaved work; takes over the rest of it.
+    void restoreWork(const Arbeitsstand &work);
+    /// Shows \a text below the pages until there is another one; an empty text takes it away.
+    void showNotice(const QString &text);
+
     /// Whether the wizard may go to page \a pageIndex; false outside of 0 to 5.
     bool PageShowable(int pageIndex) const;
     /// Ignored outside of 0 to 5.
@@ -52,6 +70,10 @@ public:
     /// of its column.
     void egKeysMessreihen_AfterCellEdit(int row, int col, QString &newText, bool &cancel);
     void egMesswerte_AfterCellEdit(int row, int col, QString &newText, bool &cancel);
+
+signals:
+    /// The window closes, and what has not been saved is not wanted any more.
+    void closing();
 
 protected:
     bool event(QEvent *event) override;

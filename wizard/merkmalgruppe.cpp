@@ -89,13 +89,24 @@ void Merkmalgruppe::takeOver(Prüfmerkmal &merkmal)
     }
 }
 
-bool Merkmalgruppe::hasChanges() const
+void Merkmalgruppe::addEntries(Eingaben &entries) const
 {
     for (std::size_t i = 0; i < m_boxes.size(); ++i) {
         if (m_boxes[i]->text() != m_filled[i])
-            return true;
+            entries.insert(m_boxes[i]->objectName(), m_boxes[i]->text());
     }
-    return placesAreChanged();
+    if (placesAreChanged())
+        entries.insert(m_texts.placesName, m_places->text());
+}
+
+void Merkmalgruppe::restoreEntries(const Eingaben &entries)
+{
+    for (Auswahlfeld *box : m_boxes) {
+        if (entries.contains(box->objectName()))
+            box->setText(entries.value(box->objectName()));
+    }
+    if (entries.contains(m_texts.placesName))
+        m_places->setText(entries.value(m_texts.placesName));
 }
 
 void Merkmalgruppe::addPreset(const Vorgabe &vorgabe)

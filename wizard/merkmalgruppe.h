@@ -1,5 +1,6 @@
 #pragma once
 
+#include "wizard/eingaben.h"
 #include "wizard/vorgaben.h"
 
 #include <QGroupBox>
@@ -35,7 +36,9 @@ public:
     void fill(Prüfmerkmal &merkmal);
     /// Writes what was changed; places that are no number keep their old value.
     void takeOver(Prüfmerkmal &merkmal);
-    bool hasChanges() const;
+    /// The changed boxes among the entries of the page.
+    void addEntries(Eingaben &entries) const;
+    void restoreEntries(const Eingaben &entries);
 
     void addPreset(const Vorgabe &vorgabe);
     /// Fills the two other boxes where one alone holds a text that \a presets know.

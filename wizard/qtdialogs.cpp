@@ -1,5 +1,6 @@
 #include "wizard/qtdialogs.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -30,16 +31,55 @@ void prepare(QMessageBox &box, const QString &title, const QString &text)
     box.setText(shown.replace(u"\r\n"_qs, u"\n"_qs));
 }
 
+const QString xmlFilter = u"XML-Dateien (*.xml)"_qs;
+const QString anyFilter = u"alle Dateien (*)"_qs;
+const QString suffix = QStringLiteral(".xml");
+
+// Where a dialog for the file or folder startAt begins. Folders go away: a stick is pulled out, a
+// bare system has no folder for documents.
+QString startFolder(const QString &startAt)
+{
+    const QFileInfo start(startAt);
+    QStringList candidates;
+    if (!startAt.isEmpty())
+        candidates.append(start.isDir() ? start.absoluteFilePath() : start.absolutePath());
+    candidates.append(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    candidates.append(QDir::homePath());
+    for (const QString &folder : candidates) {
+        if (QFileInfo(folder).isDir())
+            return folder;
+    }
+    return QDir::rootPath();
+}
+
 // Set one by one so that nothing else than a file dialog opens: the static functions of QFileDialog
 // take no default suffix.
 void prepare(QFileDialog &dialog, const QString &startAt)
 {
-    dialog.setNameFilters({u"XML-Dateien (*.xml)"_qs, u"alle Dateien (*)"_qs});
-    const QFileInfo start(startAt);
-    if (startAt.isEmpty())
-        dialog.setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    else
-        dialog.setDirectory(start.isDir() ? start.absoluteFilePath() : start.absolutePath());
+    dialog.setNameFilters({xmlFilter, anyFilter});
+    dialog.setDirectory(startFolder(startAt));
+}
+
+// Under the filter for XML files a name gets their suffix even where a point in it could pass for
+// one ("Feld 1.2"), or the same filter would not show the file again.
+QString withSuffix(const QString &path, const QString &filter)
+{
+    return filter != xmlFilter || path.endsWith(suffix, Qt::CaseInsensitive) ? path : path + suffix;
+}
+
+bool mayReplace(QWidget *owner, const QString &path)
+{
+    QMessageBox box(owner);
+    prepare(box, {},
+            u"Die Datei „%1“ ist bereits vorhanden.\r\nSoll sie ersetzt werden?"_qs.arg(
+                QFileInfo(path).fileName()));
+    box.setIcon(QMessageBox::Warning);
+    const QPushButton *replace = box.addButton(u"&Ersetzen"_qs, QMessageBox::AcceptRole);
+    box.addButton(QMessageBox::Cancel);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.setEscapeButton(QMessageBox::Cancel);
+    box.exec();
+    return box.clickedButton() == replace;
 }
 
 std::optional<QString> chosen(QFileDialog &dialog)
@@ -108,8 +148,19 @@ std::optional<QString> QtDialogs::saveFileName(QWidget *owner, const QString &pr
     prepare(dialog, preset);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setDefaultSuffix(QStringLiteral("xml"));
-    if (!preset.isEmpty())
+    dialog.setDefaultSuffix(suffix.mid(1));
+    // A platform's own dialog asks before the suffix is added, and then about another file.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    if (!preset.isEmpty()) {
+        if (!preset.endsWith(suffix, Qt::CaseInsensitive))
+            dialog.selectNameFilter(anyFilter);
         dialog.selectFile(QFileInfo(preset).fileName());
-    return chosen(dialog);
+    }
+    while (const std::optional<QString> picked = chosen(dialog)) {
+        const QString path = withSuffix(*picked, dialog.selectedNameFilter());
+        if (!QFileInfo::exists(path) || mayReplace(owner, path))
+            return path;
+        dialog.selectFile(QFileInfo(path).fileName());
+    }
+    return std::nullopt;
 }

@@ -13,7 +13,8 @@
 
 namespace {
 
-constexpr std::int32_t firstRow = 1; // below the headers
+constexpr std::int32_t firstRow = 1;       // below the headers
+constexpr std::int32_t measuredNames = 50; // of points; a page must not wait for thousands
 
 } // namespace
 
@@ -66,11 +67,21 @@ void SeiteMesswerte::setColumns()
     const auto weight = [&](const QString &text) {
         return std::clamp(fontMetrics().horizontalAdvance(text) + em, 8.0 * em, 24.0 * em);
     };
+    double pointWeight = 0.0;
+    for (std::int32_t point = 1; point <= std::min(mostPoints(), measuredNames); ++point)
+        pointWeight = std::max(pointWeight, weight(document().PrüfpunktName(point)));
     m_table->setColumns({u"Prüffeld"_qs, u"Prüfpunkt"_qs, u"Direktes Prüfmerkmal\n"_qs + direct,
                          u"Indirektes Prüfmerkmal\n"_qs + indirect},
                         2,
-                        std::array{weight(label), weight(document().PrüfpunktName(1)),
-                                   weight(direct), weight(indirect)});
+                        std::array{weight(label), pointWeight, weight(direct), weight(indirect)});
+}
+
+std::int32_t SeiteMesswerte::mostPoints() const
+{
+    std::int32_t most = 0;
+    for (std::size_t field = 1; field < m_firstRows.size(); ++field)
+        most = std::max(most, m_firstRows[field] - m_firstRows[field - 1]);
+    return most;
 }
 
 void SeiteMesswerte::readFieldSizes()
@@ -198,13 +209,25 @@ void SeiteMesswerte::finishEditing()
     m_table->finishEditing();
 }
 
-bool SeiteMesswerte::hasChanges() const
+Eingaben SeiteMesswerte::entries() const
 {
+    Eingaben entries;
     for (auto row = m_filled.constBegin(); row != m_filled.constEnd(); ++row) {
-        if (isChanged(row.key(), pmDirekt) || isChanged(row.key(), pmIndirekt))
-            return true;
+        for (const PrüfmerkmalEnum kind : {pmDirekt, pmIndirekt}) {
+            if (isChanged(row.key(), kind))
+                entries.insert(eingaben::cell(m_table->grid().objectName(), row.key(),
+                                              kind == pmDirekt ? DirectColumn : IndirectColumn),
+                               cellText(row.key(), kind));
+        }
     }
-    return false;
+    m_table->addOpenEditor(entries);
+    return entries;
+}
+
+void SeiteMesswerte::restoreEntries(const Eingaben &entries)
+{
+    m_table->restoreCells(entries);
+    m_table->reopenEditor(entries);
 }
 
 QWidget *SeiteMesswerte::firstControl() const

@@ -23,7 +23,8 @@ public:
     bool takeOver(Anlass anlass) override;
     void fill() override;
     void finishEditing() override;
-    bool hasChanges() const override;
+    Eingaben entries() const override;
+    void restoreEntries(const Eingaben &entries) override;
     QWidget *firstControl() const override;
 
     /// Brings a measured value that was typed into a cell into its characteristic's form.
@@ -45,6 +46,7 @@ private:
 
     void setColumns();
     void readFieldSizes();
+    std::int32_t mostPoints() const;
     Place place(int row) const;
     QStringList rowTexts(int row);
     QString cellText(int row, PrüfmerkmalEnum kind) const;

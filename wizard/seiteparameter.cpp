@@ -15,9 +15,14 @@
 #include <QMenuBar>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 constexpr auto information = Dialogs::Icon::Information;
+
+const QString fieldCountName = QStringLiteral("txtMessreihen");
 
 Prüfmerkmal &characteristic(Kalibrierung &document, std::size_t group)
 {
@@ -48,7 +53,7 @@ SeiteParameter::SeiteParameter(const Seitenkontext &context, QWidget *parent)
         focusChecks().add(group->placesBox(), [this, g] { return checkPlaces(g); });
     }
 
-    m_fieldCount = new Zahlenfeld(QStringLiteral("txtMessreihen"), QStringLiteral("udMessreihen"),
+    m_fieldCount = new Zahlenfeld(fieldCountName, QStringLiteral("udMessreihen"),
                                   countStep(document().values()), this);
     m_fieldCount->setAccessibleTexts(u"Anzahl der Prüffelder"_qs);
     focusChecks().add(m_fieldCount->box(), [this] { return checkFieldCount(); });
@@ -93,6 +98,13 @@ void SeiteParameter::completeLeft(const QWidget *old, const QWidget *now)
     }
 }
 
+// A step by a shortcut leaves the focus in its box, and is a leaving of it all the same.
+void SeiteParameter::completeFocused()
+{
+    if (const QWidget *focus = QApplication::focusWidget())
+        completeLeft(focus, this);
+}
+
 bool SeiteParameter::checkText(std::size_t group, std::size_t box)
 {
     Auswahlfeld *field = m_groups.at(group)->boxes().at(box);
@@ -127,9 +139,7 @@ bool SeiteParameter::checkFieldCount()
 
 bool SeiteParameter::check()
 {
-    // A step by a shortcut leaves the focus in its box, and is a leaving of it all the same.
-    if (QWidget *focus = QApplication::focusWidget())
-        completeLeft(focus, this);
+    completeFocused();
     for (std::size_t group = 0; group < m_groups.size(); ++group) {
         for (std::size_t box = 0; box < m_groups[group]->boxes().size(); ++box) {
             if (!checkText(group, box))
@@ -147,6 +157,8 @@ bool SeiteParameter::check()
 
 bool SeiteParameter::takeOver(Anlass anlass)
 {
+    if (anlass == Anlass::Zurück)
+        completeFocused();
     for (std::size_t group = 0; group < m_groups.size(); ++group)
         m_groups[group]->takeOver(characteristic(document(), group));
     const std::int32_t count = readCount(m_fieldCount->text());
@@ -185,11 +197,22 @@ void SeiteParameter::fill()
         addPresets();
 }
 
-bool SeiteParameter::hasChanges() const
+Eingaben SeiteParameter::entries() const
 {
-    return fieldCountIsChanged() ||
-           std::any_of(m_groups.begin(), m_groups.end(),
-                       [](const Merkmalgruppe *group) { return group->hasChanges(); });
+    Eingaben entries;
+    for (const Merkmalgruppe *group : m_groups)
+        group->addEntries(entries);
+    if (fieldCountIsChanged())
+        entries.insert(fieldCountName, m_fieldCount->text());
+    return entries;
+}
+
+void SeiteParameter::restoreEntries(const Eingaben &entries)
+{
+    for (Merkmalgruppe *group : m_groups)
+        group->restoreEntries(entries);
+    if (entries.contains(fieldCountName))
+        m_fieldCount->setText(entries.value(fieldCountName));
 }
 
 bool SeiteParameter::fieldCountIsChanged() const

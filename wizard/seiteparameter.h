@@ -16,12 +16,14 @@ public:
     bool check() override;
     bool takeOver(Anlass anlass) override;
     void fill() override;
-    bool hasChanges() const override;
+    Eingaben entries() const override;
+    void restoreEntries(const Eingaben &entries) override;
     QWidget *firstControl() const override;
 
 private:
     void addPresets();
     void completeLeft(const QWidget *old, const QWidget *now);
+    void completeFocused();
     bool checkText(std::size_t group, std::size_t box);
     bool checkPlaces(std::size_t group);
     bool checkFieldCount();

@@ -140,7 +140,7 @@ QStringList SeitePrueffelder::pointRow(int row)
 {
     const QString name = document().PrüfpunktName(row);
     m_filledPoints.insert(row, name);
-    return {QString::number(row), m_hiddenPoints.value(row, name)};
+    return {QString::number(row), m_hiddenPoints.contains(row) ? m_hiddenPoints.take(row) : name};
 }
 
 // As many points as the largest field has, the typed numbers included.
@@ -165,8 +165,11 @@ void SeitePrueffelder::showPoints()
     const int rows = mostPoints() + 1;
     for (int row = rows; row < grid.rows(); ++row) {
         const auto filled = m_filledPoints.constFind(row);
-        if (filled != m_filledPoints.constEnd() && grid.textMatrix(row, pointNameColumn) != *filled)
+        if (filled == m_filledPoints.constEnd())
+            continue;
+        if (grid.textMatrix(row, pointNameColumn) != *filled)
             m_hiddenPoints.insert(row, grid.textMatrix(row, pointNameColumn));
+        m_filledPoints.erase(filled);
     }
     grid.setRows(rows);
 }
@@ -209,7 +212,7 @@ bool SeitePrueffelder::takeFieldsOver(Anlass anlass)
             continue; // never shown, so never changed
         const Fault bad = anlass == Anlass::Zurück ? Fault() : fault(row, anlass);
         if (needed)
-            storeRow(row);
+            storeRow(row, bad);
         if (!bad.text.isEmpty()) {
             m_fields->showCell(row, bad.col);
             return refuse(exclamation, bad.text, m_fields);
@@ -248,11 +251,12 @@ SeitePrueffelder::Fault SeitePrueffelder::fault(int row, Anlass anlass) const
     return {};
 }
 
-// What was changed and can be stored; the rest keeps its old value.
-void SeitePrueffelder::storeRow(int row)
+// What was changed and can be stored; the rest keeps its old value, and so does what is refused.
+void SeitePrueffelder::storeRow(int row, const Fault &refused)
 {
     FieldTexts &filled = m_filled[row];
-    if (isChanged(row, NameColumn)) {
+    const bool nameRefused = !refused.text.isEmpty() && refused.col == NameColumn;
+    if (isChanged(row, NameColumn) && !nameRefused) {
         document().setPrüffeldName(row, text(row, NameColumn));
         filled[NameColumn] = text(row, NameColumn);
     }
@@ -275,16 +279,22 @@ void SeitePrueffelder::takePointNamesOver()
     const GridControl &grid = m_points->grid();
     for (auto filled = m_filledPoints.begin(); filled != m_filledPoints.end(); ++filled) {
         const int point = filled.key();
-        if (point >= grid.rows())
-            continue; // not listed any more
         const QString name = grid.textMatrix(point, pointNameColumn);
         if (name == *filled)
             continue;
-        // A point without a name has its number.
-        document().setPrüfpunktName(point, name.trimmed().isEmpty() ? document().PrüfpunktKey(point)
-                                                                    : name);
+        storePointName(point, name);
         *filled = name;
     }
+    for (auto typed = m_hiddenPoints.constBegin(); typed != m_hiddenPoints.constEnd(); ++typed)
+        storePointName(typed.key(), *typed);
+    m_hiddenPoints.clear();
+}
+
+// A point without a name has its number.
+void SeitePrueffelder::storePointName(int point, const QString &name)
+{
+    document().setPrüfpunktName(point,
+                                name.trimmed().isEmpty() ? document().PrüfpunktKey(point) : name);
 }
 
 void SeitePrueffelder::finishEditing()
@@ -294,20 +304,46 @@ void SeitePrueffelder::finishEditing()
     showPoints();
 }
 
-bool SeitePrueffelder::hasChanges() const
+Eingaben SeitePrueffelder::entries() const
 {
+    Eingaben entries;
+    const GridControl &fields = m_fields->grid();
     for (auto row = m_filled.constBegin(); row != m_filled.constEnd(); ++row) {
         for (const FieldColumn col : {NameColumn, PointsColumn, ValueColumn}) {
             if (isChanged(row.key(), col))
-                return true;
+                entries.insert(eingaben::cell(fields.objectName(), row.key(), col),
+                               text(row.key(), col));
         }
     }
-    const GridControl &grid = m_points->grid();
+    const GridControl &points = m_points->grid();
+    const auto insertName = [&](int point, const QString &name) {
+        entries.insert(eingaben::cell(points.objectName(), point, pointNameColumn), name);
+    };
     for (auto point = m_filledPoints.constBegin(); point != m_filledPoints.constEnd(); ++point) {
-        if (point.key() < grid.rows() && grid.textMatrix(point.key(), pointNameColumn) != *point)
-            return true;
+        const QString name = points.textMatrix(point.key(), pointNameColumn);
+        if (name != *point)
+            insertName(point.key(), name);
     }
-    return false;
+    for (auto typed = m_hiddenPoints.constBegin(); typed != m_hiddenPoints.constEnd(); ++typed)
+        insertName(typed.key(), *typed);
+    m_fields->addOpenEditor(entries);
+    m_points->addOpenEditor(entries);
+    return entries;
+}
+
+void SeitePrueffelder::restoreEntries(const Eingaben &entries)
+{
+    m_fields->restoreCells(entries);
+    showPoints(); // as many as the restored counts say
+    const auto restoreName = [this](int point, int col, const QString &name) {
+        if (point < m_points->grid().rows())
+            m_points->grid().setTextMatrix(point, col, name);
+        else
+            m_hiddenPoints.insert(point, name);
+    };
+    eingaben::forEachCell(entries, m_points->grid().objectName(), restoreName);
+    m_points->reopenEditor(entries);
+    m_fields->reopenEditor(entries);
 }
 
 QWidget *SeitePrueffelder::firstControl() const

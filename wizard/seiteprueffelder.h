@@ -21,7 +21,8 @@ public:
     bool takeOver(Anlass anlass) override;
     void fill() override;
     void finishEditing() override;
-    bool hasChanges() const override;
+    Eingaben entries() const override;
+    void restoreEntries(const Eingaben &entries) override;
     QWidget *firstControl() const override;
 
     /// Brings a covariable value that was typed into row \a row of the fields' table into its form.
@@ -51,7 +52,8 @@ private:
     bool takeFieldsOver(Anlass anlass);
     void takePointNamesOver();
     Fault fault(int row, Anlass anlass) const;
-    void storeRow(int row);
+    void storeRow(int row, const Fault &refused);
+    void storePointName(int point, const QString &name);
     bool isChanged(int row, FieldColumn col) const;
     QString text(int row, FieldColumn col) const;
 
@@ -60,7 +62,7 @@ private:
     QLabel *m_notice;
     int m_fieldCount = 0;               ///< rows that are shown
     QHash<int, FieldTexts> m_filled;    ///< what filling wrote, by row; of rows that were needed
-    QHash<int, QString> m_filledPoints; ///< the same of the points' names
-    QHash<int, QString> m_hiddenPoints; ///< typed names of points that are not listed now
+    QHash<int, QString> m_filledPoints; ///< the same of the points' names, as long as listed
+    QHash<int, QString> m_hiddenPoints; ///< typed names of points that are not shown now
     bool m_showPointsPending = false;
 };

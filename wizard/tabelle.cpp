@@ -11,16 +11,16 @@ Tabelle::Tabelle(const TabellenNamen &names, const GridEnvironment &environment,
     : QWidget(parent)
     , m_grid(new GridControl(this))
     , m_controller(new clsEditGrid(environment, this))
+    , m_editor(new QLineEdit(this))
 {
     m_grid->setObjectName(names.grid);
     m_grid->setAccessibleName(names.accessibleName);
-    auto *editor = new QLineEdit(this);
-    editor->setObjectName(names.editor);
-    editor->setAccessibleName(names.accessibleName + u": Eingabe"_qs);
-    editor->setFrame(false);
-    editor->setAcceptDrops(false); // a file that is dropped here is for the window
+    m_editor->setObjectName(names.editor);
+    m_editor->setAccessibleName(names.accessibleName + u": Eingabe"_qs);
+    m_editor->setFrame(false);
+    m_editor->setAcceptDrops(false); // a file that is dropped here is for the window
 
-    m_controller->setInputObject(editor);
+    m_controller->setInputObject(m_editor);
     m_controller->setMSFlexGrid(m_grid);
     m_controller->setGridIgnoreClipboardKeys(true);
     m_controller->setGridIgnoreAddDelKeys(true);
@@ -66,6 +66,46 @@ void Tabelle::showCell(int row, int col)
 void Tabelle::finishEditing()
 {
     m_controller->EndEdit(false);
+}
+
+void Tabelle::addOpenEditor(Eingaben &entries) const
+{
+    if (!m_controller->isEditing())
+        return;
+    const int row = m_grid->row();
+    const int col = m_grid->col();
+    if (m_editor->text() != m_grid->textMatrix(row, col))
+        entries.insert(eingaben::cell(m_editor->objectName(), row, col), m_editor->text());
+}
+
+void Tabelle::reopenEditor(const Eingaben &entries)
+{
+    const auto reopen = [this](int row, int col, const QString &text) {
+        if (!hasCell(row, col))
+            return;
+        showCell(row, col);
+        m_controller->BeginEdit();
+        if (m_controller->isEditing())
+            m_editor->setText(text);
+        else
+            m_grid->setTextMatrix(row, col, text);
+    };
+    eingaben::forEachCell(entries, m_editor->objectName(), reopen);
+}
+
+void Tabelle::restoreCells(const Eingaben &entries)
+{
+    const auto restore = [this](int row, int col, const QString &text) {
+        if (hasCell(row, col))
+            m_grid->setTextMatrix(row, col, text);
+    };
+    eingaben::forEachCell(entries, m_grid->objectName(), restore);
+}
+
+bool Tabelle::hasCell(int row, int col) const
+{
+    return row >= 0 && row < m_grid->rows() && col >= 0 && col < m_grid->cols() &&
+           !m_grid->isFixed(row, col);
 }
 
 void Tabelle::clipboardKey(QKeyEvent *event)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "grid/gridenvironment.h"
+#include "wizard/eingaben.h"
 
 #include <QWidget>
 
@@ -9,6 +10,7 @@
 class clsEditGrid;
 class GridControl;
 class QKeyEvent;
+class QLineEdit;
 
 /// How a table is called.
 struct TabellenNamen
@@ -40,6 +42,13 @@ public:
     /// Keeps the text of an open editor.
     void finishEditing();
 
+    /// Adds the text of an open editor to a page's entries, where it differs from its cell's.
+    void addOpenEditor(Eingaben &entries) const;
+    /// Opens the editor again that stands in \a entries, with its text.
+    void reopenEditor(const Eingaben &entries);
+    /// Writes the cells of this table that stand in \a entries, without an event.
+    void restoreCells(const Eingaben &entries);
+
 signals:
     /// A typed or pasted text is about to be written into a cell.
     void AfterCellEdit(int Row, int Col, QString &NewText, bool &Cancel);
@@ -50,7 +59,9 @@ signals:
 
 private:
     void clipboardKey(QKeyEvent *event);
+    bool hasCell(int row, int col) const;
 
     GridControl *m_grid;
     clsEditGrid *m_controller;
+    QLineEdit *m_editor; ///< belongs to the grid
 };

@@ -68,8 +68,8 @@ void DictionaryDelegate::grow(QPlainTextEdit &editor) const
 {
     constexpr int mostLines = 8;
     // The layout of a plain text counts its height in lines, wrapped ones included.
-    const int lines =
-        std::clamp(static_cast<int>(std::ceil(editor.document()->size().height())), 1, mostLines);
+    const int all = std::max(static_cast<int>(std::ceil(editor.document()->size().height())), 1);
+    const int lines = std::min(all, mostLines);
     const int borders =
         2 * editor.frameWidth() + static_cast<int>(2 * editor.document()->documentMargin());
     const int wanted = lines * editor.fontMetrics().lineSpacing() + borders;
@@ -77,6 +77,8 @@ void DictionaryDelegate::grow(QPlainTextEdit &editor) const
     const auto *viewport = editor.property("viewport").value<QWidget *>();
     const QRect inside(viewport->mapTo(&m_frame, QPoint()), viewport->size());
     const int height = std::min(std::max(editor.height(), wanted), inside.height());
+    editor.setVerticalScrollBarPolicy(all > lines || height < wanted ? Qt::ScrollBarAsNeeded
+                                                                     : Qt::ScrollBarAlwaysOff);
     const int top = std::min(editor.y(), inside.bottom() + 1 - height);
     editor.setGeometry(editor.x(), std::max(top, inside.top()), editor.width(), height);
 }

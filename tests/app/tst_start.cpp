@@ -3,6 +3,7 @@
 #include "app/start.h"
 #include "core/kalibrierung.h"
 #include "core/runtimeerror.h"
+#include "tests/core/file/childprocess.h"
 #include "tests/support/testregistry.h"
 #include "tests/wizard/fakes.h"
 #include "wizard/frminfo.h"
@@ -23,6 +24,7 @@ private slots:
     void documentLivesAsLongAsItsWindow();
     void modalFormBlocksUntilItIsClosed();
     void formsDeleteThemselvesWhenClosed();
+    void fileSizeLimitIsAnError();
     void buttonsSpeakGerman();
     void helpPathDependsOnTheKind();
     void missingHelpFileDoesNothing();
@@ -75,6 +77,7 @@ struct Program
         {
             FakeDialogs::message(owner, icon, title, text);
             windowWasThere = !visibleWindows().isEmpty();
+            lastOwner = owner;
         }
         static QList<frmAssistent *> visibleWindows()
         {
@@ -87,6 +90,7 @@ struct Program
             return found;
         }
         bool windowWasThere = false;
+        QWidget *lastOwner = nullptr;
     };
 
     QTemporaryDir folder;
@@ -107,6 +111,7 @@ void TestStart::mainShowsTheWindowBeforeTheDebugBox()
     const auto windows = Program::WatchingDialogs::visibleWindows();
     QCOMPARE(windows.size(), 1);
     QVERIFY(!windows.front()->parent());
+    QCOMPARE(program.dialogs.lastOwner, windows.front());
     windows.front()->close();
 }
 
@@ -154,6 +159,31 @@ void TestStart::formsDeleteThemselvesWhenClosed()
     QTRY_VERIFY(!form);
     QObject noWindow;
     QVERIFY_THROWS_EXCEPTION(RunTimeError, program.windows.showForm(&noWindow, false, nullptr));
+}
+
+void TestStart::fileSizeLimitIsAnError()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.xml"_qs);
+    const auto save = [&path](bool prepared) {
+        return inChild([&] {
+            std::signal(SIGXFSZ, SIG_DFL); // whatever the test was started with
+            if (prepared)
+                takeFileSizeLimitAsError();
+            const rlimit tooSmall{512, 512};
+            if (::setrlimit(RLIMIT_FSIZE, &tooSmall) != 0)
+                return notPossible;
+            try {
+                Kalibrierung(QLocale(QLocale::German)).SaveFile(path);
+                return 0;
+            } catch (const RunTimeError &error) {
+                return error.number();
+            }
+        });
+    };
+    QCOMPARE(save(false), std::nullopt); // the end of the program
+    QCOMPARE(save(true), std::optional(61));
+    QVERIFY(!QFile::exists(path));
 }
 
 void TestStart::buttonsSpeakGerman()

@@ -55,6 +55,15 @@ void key(Qt::Key which, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     QCoreApplication::processEvents();
 }
 
+bool insideAnItemView(const QWidget *widget)
+{
+    for (const QWidget *above = widget->parentWidget(); above; above = above->parentWidget()) {
+        if (qobject_cast<const QAbstractItemView *>(above))
+            return true;
+    }
+    return false;
+}
+
 QChar mnemonic(const QString &text)
 {
     const auto at = text.indexOf(u'&');
@@ -316,6 +325,12 @@ void TestAblauf::smallestWindowCutsNothingOnEveryPage()
             const auto *panel = f.find<QScrollArea>(u"picContainer"_qs + QString::number(page));
             QCOMPARE(panel->verticalScrollBar()->maximum(), 0);
             QCOMPARE(panel->horizontalScrollBar()->maximum(), 0);
+            for (const auto *child : panel->widget()->findChildren<QWidget *>()) {
+                // What scrolls has contents that reach beyond it.
+                if (child->isVisible() && !insideAnItemView(child))
+                    QVERIFY2(child->parentWidget()->rect().contains(child->geometry()),
+                             qPrintable(child->objectName()));
+            }
             if (page < 5)
                 f.click(u"cmdNext"_qs);
         }

@@ -1,3 +1,4 @@
+#include "tests/core/file/childprocess.h"
 #include "tests/support/testregistry.h"
 #include "tests/wizard/fakes.h"
 
@@ -10,7 +11,6 @@
 #include <QPushButton>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 /// New, open, save and close with every answer and every failure.
 class TestDateibefehle : public QObject
@@ -20,6 +20,7 @@ class TestDateibefehle : public QObject
 private slots:
     void cleanDocumentIsReplacedWithoutAQuestion();
     void newForgetsFileNameTitleAndPage();
+    void newStartsWithTheWelcomePage();
     void cancelLeavesEverything_data();
     void cancelLeavesEverything();
     void typedTextAloneCountsAsAChange();
@@ -42,6 +43,8 @@ private slots:
     void cancelledSaveAsChangesNothing();
     void failedSaveAsRestoresNameAndTitle();
     void failedSaveIsReported();
+    void failedSaveLeavesTheStore_data();
+    void failedSaveLeavesTheStore();
     void savedFileComesBack();
     void fileChangedByOthersIsNoticed_data();
     void fileChangedByOthersIsNoticed();
@@ -153,6 +156,18 @@ void TestDateibefehle::newForgetsFileNameTitleAndPage()
     QCOMPARE(f.document.DirektesPrüfmerkmal().Name(), u""_qs);
     QVERIFY(!f.document.IsDirty());
     QCOMPARE(f.find<QComboBox>(u"cboDirektesPrüfmerkmal"_qs)->currentText(), u""_qs);
+}
+
+void TestDateibefehle::newStartsWithTheWelcomePage()
+{
+    WizardFixture f({QLocale::German}, false);
+    f.open();
+    f.find<QPushButton>(u"cmdNext"_qs)->click();
+    QCOMPARE(f.activePage(), 1);
+    trigger(f, u"mf_new"_qs);
+    QCOMPARE(f.activePage(), 0);
+    QTRY_VERIFY(f.find<QPushButton>(u"cmdNext"_qs)->hasFocus());
+    QVERIFY(f.dialogs.questions.isEmpty());
 }
 
 void TestDateibefehle::cancelLeavesEverything_data()
@@ -468,6 +483,33 @@ void TestDateibefehle::failedSaveIsReported()
     QVERIFY(f.document.IsDirty());
 }
 
+void TestDateibefehle::failedSaveLeavesTheStore_data()
+{
+    QTest::addColumn<Variant>("page");
+    QTest::newRow("no page stored") << Variant();
+    QTest::newRow("another page stored") << Variant(u"4"_qs);
+}
+
+void TestDateibefehle::failedSaveLeavesTheStore()
+{
+    QFETCH(Variant, page);
+    const bool stored = page != Variant();
+    WizardFixture f;
+    if (stored)
+        f.document.DataStore().set(u"AssistentActivePage"_qs, page);
+    f.open();
+    const State before(f);
+    f.window->setFileName(f.folder.path()); // a folder is no file
+    trigger(f, u"mf_save"_qs);
+    QCOMPARE(f.dialogs.shown.size(), std::size_t{1});
+    QCOMPARE(f.document.DataStore().exists(u"AssistentActivePage"), stored);
+    QCOMPARE(f.document.ContentString(), before.content);
+    QVERIFY(!f.document.IsDirty());
+    // Nothing is left to be asked about.
+    f.window->close();
+    QVERIFY(f.dialogs.questions.isEmpty());
+}
+
 void TestDateibefehle::savedFileComesBack()
 {
     WizardFixture f;
@@ -752,8 +794,6 @@ void TestDateibefehle::shortcutsAreTheStandardOnes()
 
 void TestDateibefehle::protectedFolderKeepsTheOldFile()
 {
-    if (geteuid() == 0)
-        QSKIP("root may write everywhere");
     WizardFixture f;
     QDir(f.folder.path()).mkdir(u"zu"_qs);
     saved(f, u"zu/a.xml"_qs, u"A"_qs);
@@ -761,13 +801,24 @@ void TestDateibefehle::protectedFolderKeepsTheOldFile()
     f.open();
     f.window->FileOpen(f.path(u"zu/a.xml"_qs));
     f.document.DirektesPrüfmerkmal().setName(u"B"_qs);
-    QVERIFY(::chmod(f.path(u"zu"_qs).toLocal8Bit().constData(), 0500) == 0);
-    trigger(f, u"mf_save"_qs);
-    ::chmod(f.path(u"zu"_qs).toLocal8Bit().constData(), 0700);
-    QCOMPARE(f.dialogs.shown.size(), std::size_t{1});
-    QVERIFY(f.dialogs.shown.front().text.startsWith(saveFailed));
-    QVERIFY(f.document.IsDirty());
+    const QByteArray folder = QFile::encodeName(f.folder.path());
+    QVERIFY(::chmod(folder.constData(), 0755) == 0);
+    QVERIFY(::chmod((folder + "/zu").constData(), 0555) == 0);
+    QVERIFY(::chmod((folder + "/zu/a.xml").constData(), 0644) == 0);
+    // In a process of its own, which can give up the superuser's rights.
+    const std::optional<int> result = inChild([&f] {
+        if (!becomeUnprivileged())
+            return notPossible;
+        trigger(f, u"mf_save"_qs);
+        const bool told = f.dialogs.shown.size() == 1 &&
+                          f.dialogs.shown.front().text.startsWith(saveFailed) &&
+                          f.dialogs.shown.front().text.endsWith(u"(70)"_qs);
+        return (told ? 1 : 0) + (f.document.IsDirty() ? 2 : 0);
+    });
+    ::chmod((folder + "/zu").constData(), 0755);
+    QCOMPARE(result, std::optional(3));
     QCOMPARE(contentOf(f.path(u"zu/a.xml"_qs)), before);
+    QCOMPARE(QDir(f.path(u"zu"_qs)).entryList(QDir::Files), QStringList{u"a.xml"_qs});
 }
 
 REGISTER_TEST(TestDateibefehle)

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -30,6 +31,12 @@ private slots:
     void conflictReturnsItsAnswer();
     void openDialogFiltersXml();
     void saveDialogStartsWithTheOldNameAndAddsTheSuffix();
+    void savedNameGetsItsSuffix_data();
+    void savedNameGetsItsSuffix();
+    void existingFileIsReplacedOnlyWhenAskedFor_data();
+    void existingFileIsReplacedOnlyWhenAskedFor();
+    void dialogsStartInAFolderThatExists_data();
+    void dialogsStartInAFolderThatExists();
     void cancelledFileDialogsGiveNothing();
     void failureHasOneForm_data();
     void failureHasOneForm();
@@ -198,6 +205,163 @@ void TestQtDialogs::saveDialogStartsWithTheOldNameAndAddsTheSuffix()
     QCOMPARE(dialogs.saveFileName(nullptr, folder.filePath(u"alt.xml"_qs)),
              std::optional(folder.filePath(u"neu.xml"_qs)));
     QCOMPARE(preset, folder.filePath(u"alt.xml"_qs));
+}
+
+void TestQtDialogs::savedNameGetsItsSuffix_data()
+{
+    QTest::addColumn<QString>("preset");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("saved");
+    QTest::newRow("no suffix") << u"alt.xml"_qs << u"neu"_qs << u"neu.xml"_qs;
+    QTest::newRow("suffix typed") << u"alt.xml"_qs << u"neu.xml"_qs << u"neu.xml"_qs;
+    QTest::newRow("in capitals") << u"alt.xml"_qs << u"NEU.XML"_qs << u"NEU.XML"_qs;
+    QTest::newRow("point in the name") << u"alt.xml"_qs << u"Feld 1.2"_qs << u"Feld 1.2.xml"_qs;
+    QTest::newRow("nothing saved before") << u""_qs << u"neu.alt"_qs << u"neu.alt.xml"_qs;
+    QTest::newRow("all files") << u"alt.kal"_qs << u"neu.kal"_qs << u"neu.kal"_qs;
+    QTest::newRow("all files, no suffix") << u"alt.kal"_qs << u"neu"_qs << u"neu.xml"_qs;
+}
+
+void TestQtDialogs::savedNameGetsItsSuffix()
+{
+    QFETCH(QString, preset);
+    QFETCH(QString, typed);
+    QFETCH(QString, saved);
+    const QTemporaryDir folder;
+    QtDialogs dialogs;
+    whenShown<QFileDialog>([&](QFileDialog &dialog) {
+        dialog.setDirectory(folder.path());
+        dialog.findChild<QLineEdit *>(u"fileNameEdit"_qs)->setText(typed);
+        static_cast<QDialog &>(dialog).accept();
+    });
+    QCOMPARE(dialogs.saveFileName(nullptr, preset.isEmpty() ? preset : folder.filePath(preset)),
+             std::optional(folder.filePath(saved)));
+}
+
+void TestQtDialogs::existingFileIsReplacedOnlyWhenAskedFor_data()
+{
+    QTest::addColumn<QString>("existing");
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("full name") << u"alt.xml"_qs << u"alt.xml"_qs;
+    QTest::newRow("suffix added") << u"alt.xml"_qs << u"alt"_qs;
+    QTest::newRow("suffix added behind a point") << u"Feld 1.2.xml"_qs << u"Feld 1.2"_qs;
+}
+
+void TestQtDialogs::existingFileIsReplacedOnlyWhenAskedFor()
+{
+    QFETCH(QString, existing);
+    QFETCH(QString, typed);
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(existing));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QtDialogs dialogs;
+    QStringList questions;
+    const auto answer = [&](const QString &caption) {
+        whenShown<QFileDialog>([&, caption](QFileDialog &dialog) {
+            whenShown<QMessageBox>([&, caption](QMessageBox &box) {
+                questions.append(box.text());
+                for (QAbstractButton *button : box.buttons()) {
+                    if (button->text().remove(u'&') == caption)
+                        return button->click();
+                }
+                QTest::keyClick(&box, Qt::Key_Escape);
+            });
+            dialog.findChild<QLineEdit *>(u"fileNameEdit"_qs)->setText(typed);
+            static_cast<QDialog &>(dialog).accept();
+        });
+    };
+    answer(u"Ersetzen"_qs);
+    QCOMPARE(dialogs.saveFileName(nullptr, folder.filePath(u"x.xml"_qs)),
+             std::optional(folder.filePath(existing)));
+    const QString question =
+        u"Die Datei „%1“ ist bereits vorhanden.\nSoll sie ersetzt werden?"_qs.arg(existing);
+    QCOMPARE(questions, QStringList{question});
+
+    // Who does not want that chooses once more, from the name that he typed.
+    questions.clear();
+    answer({});
+    QString again;
+    QTimer secondRound;
+    connect(&secondRound, &QTimer::timeout, this, [&] {
+        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+        if (!dialog || questions.isEmpty())
+            return;
+        again = QFileInfo(dialog->selectedFiles().value(0)).fileName();
+        dialog->reject();
+    });
+    secondRound.start(5);
+    QVERIFY(!dialogs.saveFileName(nullptr, folder.filePath(u"x.xml"_qs)));
+    QCOMPARE(questions, QStringList{question});
+    QCOMPARE(again, existing);
+}
+
+namespace {
+
+// A home folder of the test's own.
+class HomeFolder
+{
+public:
+    explicit HomeFolder(bool documents)
+    {
+        if (documents)
+            QDir(m_folder.path()).mkdir(u"Documents"_qs);
+        qputenv("HOME", QFile::encodeName(m_folder.path()));
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder.path()));
+    }
+    ~HomeFolder()
+    {
+        restore("HOME", m_home);
+        restore("XDG_CONFIG_HOME", m_config);
+    }
+    Q_DISABLE_COPY_MOVE(HomeFolder)
+
+    QString path() const { return m_folder.path(); }
+
+private:
+    static void restore(const char *name, const QByteArray &value)
+    {
+        if (value.isNull())
+            qunsetenv(name);
+        else
+            qputenv(name, value);
+    }
+
+    QTemporaryDir m_folder;
+    QByteArray m_home = qgetenv("HOME");
+    QByteArray m_config = qgetenv("XDG_CONFIG_HOME");
+};
+
+} // namespace
+
+void TestQtDialogs::dialogsStartInAFolderThatExists_data()
+{
+    QTest::addColumn<QString>("startAt");
+    QTest::addColumn<bool>("documents");
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("documents") << u""_qs << true << u"/Documents"_qs;
+    QTest::newRow("no folder for documents") << u""_qs << false << u""_qs;
+    QTest::newRow("file's folder is gone") << u"/weg/a.xml"_qs << true << u"/Documents"_qs;
+    QTest::newRow("both are gone") << u"/weg/a.xml"_qs << false << u""_qs;
+    QTest::newRow("file is gone, its folder not") << u"/a.xml"_qs << true << u""_qs;
+}
+
+void TestQtDialogs::dialogsStartInAFolderThatExists()
+{
+    QFETCH(QString, startAt);
+    QFETCH(bool, documents);
+    QFETCH(QString, folder);
+    const HomeFolder home(documents);
+    const QString start = startAt.isEmpty() ? startAt : home.path() + startAt;
+    QtDialogs dialogs;
+    QStringList folders;
+    const auto look = [&](QFileDialog &dialog) {
+        folders.append(dialog.directory().absolutePath());
+        dialog.reject();
+    };
+    whenShown<QFileDialog>(look);
+    QVERIFY(!dialogs.openFileName(nullptr, start));
+    whenShown<QFileDialog>(look);
+    QVERIFY(!dialogs.saveFileName(nullptr, start));
+    QCOMPARE(folders, QStringList({home.path() + folder, home.path() + folder}));
 }
 
 void TestQtDialogs::cancelledFileDialogsGiveNothing()

@@ -16,6 +16,7 @@ private slots:
     void tableShowsTheDocument();
     void labelsCarryPlainNumbers();
     void columnsFillTheWidthWithoutABar();
+    void longPointNamesGetAWiderColumn();
     void typedNumbersGetTheirPlaces_data();
     void typedNumbersGetTheirPlaces();
     void badTextRefusesTheStep_data();
@@ -106,6 +107,16 @@ void TestSeiteMesswerte::columnsFillTheWidthWithoutABar()
         QCOMPARE(width, grid.table()->viewport()->width());
         QVERIFY(!grid.table()->horizontalScrollBar()->isVisible());
     }
+}
+
+void TestSeiteMesswerte::longPointNamesGetAWiderColumn()
+{
+    PageFixture f(3);
+    f.document.setPrüfpunktName(3, u"Ecke am Widerlager, Nord"_qs);
+    f.open();
+    const GridControl &grid = f.grid(valuesGrid);
+    const int needed = grid.fontMetrics().horizontalAdvance(grid.textMatrix(3, 1));
+    QVERIFY2(grid.colWidth(1) > needed, qPrintable(QString::number(grid.colWidth(1))));
 }
 
 void TestSeiteMesswerte::typedNumbersGetTheirPlaces_data()

@@ -1,6 +1,7 @@
 #include "tests/support/testregistry.h"
-#include "tests/wizard/fakes.h"
+#include "tests/wizard/beispielblatt.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -29,6 +30,9 @@ private slots:
     void infoButtonOpensTheInfoBoxModally();
     void helpFileStandsBesideTheProgram();
     void captionsOfThePages();
+    void everyPageThereAndBackInBothLocales_data();
+    void everyPageThereAndBackInBothLocales();
+    void enterPressesTheFocusedButton();
 };
 
 namespace {
@@ -91,21 +95,22 @@ void TestSeitenfolge::clickOnTheBoxIsStoredAtOnce()
 
 void TestSeitenfolge::exactlyOnePanelShows()
 {
-    WizardFixture f({QLocale::German}, false);
-    fillCharacteristics(f.document);
+    PageFixture f(0);
     f.open();
-    for (int page = 0; page < 2; ++page) {
+    QPoint place;
+    for (int page = 0; page < 6; ++page) {
         QCOMPARE(f.activePage(), page);
-        QPoint place;
         for (int i = 0; i < 6; ++i) {
-            auto *panel = f.find<QScrollArea>(u"picContainer"_qs + QString::number(i));
+            const auto *panel = f.find<QScrollArea>(u"picContainer"_qs + QString::number(i));
             QCOMPARE(panel->isVisible(), i == page);
             QCOMPARE(panel->frameShape(), QFrame::NoFrame);
-            if (i == page)
-                place = panel->pos();
         }
-        QVERIFY(place.x() == 0);
-        f.find<QPushButton>(u"cmdNext"_qs)->click();
+        const auto *shown = f.find<QScrollArea>(u"picContainer"_qs + QString::number(page));
+        if (page == 1)
+            place = shown->pos(); // below the steps, which the welcome page hasn't got
+        QCOMPARE(shown->x(), 0);
+        QVERIFY(page == 0 || shown->pos() == place);
+        f.click(u"cmdNext"_qs);
     }
 }
 
@@ -159,6 +164,13 @@ void TestSeitenfolge::pageThatIsNotShowableRefusesTheStep()
     f.find<QPushButton>(u"cmdNext"_qs)->click(); // still enabled: the page was entered before
     QCOMPARE(f.activePage(), 0);
     window.setPageShowable(1, true);
+    f.find<QPushButton>(u"cmdNext"_qs)->click();
+    window.setPageShowable(0, false);
+    f.find<QPushButton>(u"cmdPrevious"_qs)->click();
+    QCOMPARE(f.activePage(), 1);
+    window.setPageShowable(0, true);
+    f.find<QPushButton>(u"cmdPrevious"_qs)->click();
+    QCOMPARE(f.activePage(), 0);
     window.setPageShowable(2, false);
     f.find<QPushButton>(u"cmdNext"_qs)->click();
     QCOMPARE(f.activePage(), 1);
@@ -223,10 +235,76 @@ void TestSeitenfolge::helpFileStandsBesideTheProgram()
 
 void TestSeitenfolge::captionsOfThePages()
 {
-    WizardFixture f;
+    PageFixture f(1);
     f.open();
-    QCOMPARE(f.find<QLabel>(u"labPageCaption1"_qs)->text(),
-             u"Schritt 1: Festlegen der Eingangsparameter"_qs);
+    const QStringList captions{
+        u"Schritt 1: Festlegen der Eingangsparameter"_qs, u"Schritt 2: Werte der Prüffelder"_qs,
+        u"Schritt 3: Messwerteingabe"_qs, u"Schritt 4: Plausibilitätsprüfung"_qs,
+        u"Schritt 5: Ausgabe der Ergebnisse"_qs};
+    for (int page = 1; page <= 5; ++page) {
+        QCOMPARE(f.activePage(), page);
+        const auto *caption = f.find<QLabel>(u"labPageCaption"_qs + QString::number(page));
+        QVERIFY(caption->isVisible());
+        QCOMPARE(caption->text(), captions.at(page - 1));
+        f.click(u"cmdNext"_qs);
+    }
+    QVERIFY(!f.window->findChild<QLabel *>(u"labPageCaption0"_qs));
+}
+
+void TestSeitenfolge::everyPageThereAndBackInBothLocales_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<QString>("value");
+    const QLocale german(QLocale::German, QLocale::Germany);
+    const QLocale english(QLocale::English, QLocale::UnitedStates);
+    QTest::newRow("German") << german << u"1.234,567"_qs;
+    QTest::newRow("English") << english << u"1,234.567"_qs;
+}
+
+void TestSeitenfolge::everyPageThereAndBackInBothLocales()
+{
+    QFETCH(QLocale, locale);
+    QFETCH(QString, value);
+    constexpr double stored = 1234.567;
+    PageFixture f(1, 3, 4, locale);
+    f.document.DirektesPrüfmerkmal().setNachkommastellen(3);
+    f.document.Kovariable().setNachkommastellen(3);
+    f.open();
+    f.find<QLineEdit>(u"txtMessreihen"_qs)->setText(u"4"_qs);
+    f.click(u"cmdNext"_qs);
+    f.type(fieldsGrid, 4, 2, value);
+    f.click(u"cmdNext"_qs);
+    QCOMPARE(f.activePage(), 3);
+    for (int row = 13; row <= 16; ++row) {
+        f.type(valuesGrid, row, 2, value);
+        f.type(valuesGrid, row, 3, QString::number(row));
+    }
+    QCOMPARE(f.grid(valuesGrid).textMatrix(13, 2), value);
+    f.click(u"cmdNext"_qs);
+    f.click(u"cmdNext"_qs);
+    QCOMPARE(f.activePage(), 5);
+    for (int page = 4; page >= 0; --page) {
+        f.click(u"cmdPrevious"_qs);
+        QCOMPARE(f.activePage(), page);
+    }
+    QVERIFY(f.dialogs.shown.empty());
+    QCOMPARE(f.document.PrüffeldWert(4), stored);
+    QVERIFY(f.document.Messwert(pmDirekt, 4, 1) == Variant(stored));
+    QCOMPARE(f.grid(valuesGrid).textMatrix(13, 2), value);
+}
+
+void TestSeitenfolge::enterPressesTheFocusedButton()
+{
+    PageFixture f(1);
+    f.open();
+    for (const int target : {2, 3}) {
+        f.find<QPushButton>(u"cmdNext"_qs)->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(f.activePage(), target);
+    }
+    f.find<QPushButton>(u"cmdPrevious"_qs)->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter);
+    QCOMPARE(f.activePage(), 2);
 }
 
 REGISTER_TEST(TestSeitenfolge)

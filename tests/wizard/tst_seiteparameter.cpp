@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QToolButton>
 #include <QWheelEvent>
@@ -34,6 +36,8 @@ private slots:
     void symbolAloneIsCompleted();
     void completionLeavesOtherTextsAlone();
     void shortcutToTheNextPageCompletesToo();
+    void shortcutBackCompletesAndChecksNothing();
+    void longTextsShowFromTheirBeginning();
     void wheelChangesNothing();
     void typingIsNeverCompletedOrReplaced();
     void arrowKeysCountAndClamp();
@@ -306,6 +310,15 @@ void TestSeiteParameter::navigationButtonsMenusAndListsCheckNothing()
     QCoreApplication::processEvents();
     QVERIFY(f.dialogs.shown.empty());
     first->setFocus();
+    auto *menu = f.find<QMenu>(u"m_File"_qs);
+    QTest::keyClick(f.window.get(), Qt::Key_D, Qt::AltModifier);
+    QTRY_VERIFY(menu->isVisible());
+    QTest::keyClick(menu, Qt::Key_Escape);
+    QTRY_VERIFY(!menu->isVisible());
+    QTest::keyClick(f.window->menuBar(), Qt::Key_Escape);
+    QCoreApplication::processEvents();
+    QVERIFY(f.dialogs.shown.empty());
+    first->setFocus();
     QTest::mouseClick(f.find<QPushButton>(u"cmdPrevious"_qs), Qt::LeftButton);
     QCoreApplication::processEvents();
     QVERIFY(f.dialogs.shown.empty());
@@ -385,6 +398,43 @@ void TestSeiteParameter::shortcutToTheNextPageCompletesToo()
     QVERIFY(f.dialogs.shown.empty());
     QCOMPARE(f.document.IndirektesPrüfmerkmal().Name(),
              u"Messwert Flächendeckende Dynamische Verdichtungskontrolle"_qs);
+}
+
+void TestSeiteParameter::shortcutBackCompletesAndChecksNothing()
+{
+    WizardFixture f;
+    f.open();
+    f.find<QComboBox>(nineBoxes[0])->setEditText(u"x"_qs);
+    auto *symbol = f.find<QComboBox>(nineBoxes[4]);
+    symbol->setFocus();
+    QCoreApplication::processEvents();
+    QTest::keyClicks(symbol, u"EVD"_qs);
+    QTest::keyClick(f.window.get(), Qt::Key_Z, Qt::AltModifier);
+    QTRY_COMPARE(f.activePage(), 0);
+    QCoreApplication::processEvents();
+    QVERIFY(f.dialogs.shown.empty());
+    QCOMPARE(f.document.IndirektesPrüfmerkmal().Name(), u"Dynamischer Verformungsmodul"_qs);
+    QCOMPARE(f.document.IndirektesPrüfmerkmal().Einheit(), u"MN/m²"_qs);
+}
+
+void TestSeiteParameter::longTextsShowFromTheirBeginning()
+{
+    const QString longName = u"Messwert Flächendeckende Dynamische Verdichtungskontrolle"_qs;
+    WizardFixture f;
+    f.document.DirektesPrüfmerkmal().setName(longName);
+    f.open();
+    const auto cursor = [&](int box) {
+        return f.find<QComboBox>(nineBoxes[box])->lineEdit()->cursorPosition();
+    };
+    QCOMPARE(f.find<QComboBox>(nineBoxes[0])->currentText(), longName);
+    QCOMPARE(cursor(0), 0);
+    QCOMPARE(cursor(6), 0);
+    auto *chosen = f.find<QComboBox>(nineBoxes[3]);
+    chosen->showPopup();
+    QTest::keyClick(chosen->view(), Qt::Key_End);
+    QTest::keyClick(chosen->view(), Qt::Key_Return);
+    QCOMPARE(chosen->currentText(), longName);
+    QCOMPARE(cursor(3), 0);
 }
 
 void TestSeiteParameter::wheelChangesNothing()

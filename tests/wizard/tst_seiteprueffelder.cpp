@@ -28,6 +28,11 @@ private slots:
     void unchangedTextIsNeverWrittenBack();
     void renamedFieldsAndPointsAreKept();
     void pointListFollowsTheTypedCounts();
+    void pointListedAgainHasItsNewestName();
+    void nameOfAPointThatIsNotListedIsKept_data();
+    void nameOfAPointThatIsNotListedIsKept();
+    void pointNamesArePastedCutAndLeftOut();
+    void longNamesSurvive();
     void emptiedPointNameIsTheDefaultAgain();
     void fewerFieldsLoseNothing();
     void blockIsPastedOver();
@@ -184,7 +189,8 @@ void TestSeitePrueffelder::firstFaultStops()
     QCOMPARE(f.dialogs.shown,
              std::vector{exclamationBox(u"Der Name einer Messreihe darf nicht leer sein."_qs)});
     QCOMPARE(f.document.PrüffeldName(1), u"gut"_qs);
-    QCOMPARE(f.document.PrüffeldWert(3), 3.0); // not reached
+    QCOMPARE(f.document.PrüffeldName(2), u"Prüffeld 2"_qs); // the faulty one is not stored
+    QCOMPARE(f.document.PrüffeldWert(3), 3.0);              // not reached
 }
 
 void TestSeitePrueffelder::backStoresWhatItCanWithoutAWord()
@@ -327,6 +333,108 @@ void TestSeitePrueffelder::pointListFollowsTheTypedCounts()
     QCOMPARE(f.grid(pointsGrid).textMatrix(8, 1), u"Prüfpunkt 8"_qs);
     f.type(fieldsGrid, 1, 1, u"1000000000"_qs);
     QTRY_COMPARE(f.grid(pointsGrid).rows(), 10000); // no more than can be stored
+}
+
+namespace {
+
+// Gives field 2 so many points and waits for their list.
+void setPoints(const PageFixture &f, int points)
+{
+    f.type(fieldsGrid, 2, 1, QString::number(points));
+    QTRY_COMPARE(f.grid(pointsGrid).rows(), std::max(points, 4) + 1);
+}
+
+} // namespace
+
+void TestSeitePrueffelder::pointListedAgainHasItsNewestName()
+{
+    PageFixture f(2);
+    f.open();
+    const auto shown = [&f] { return f.grid(pointsGrid).textMatrix(7, 1); };
+    for (const QString &name : {u"sieben"_qs, u"Ecke"_qs, u"Prüfpunkt 7"_qs}) {
+        setPoints(f, 7);
+        f.type(pointsGrid, 7, 1, name);
+        setPoints(f, 5);
+        setPoints(f, 7);
+        QCOMPARE(shown(), name);
+        f.find<QAction>(u"mf_save"_qs)->trigger();
+        QCOMPARE(f.document.PrüfpunktName(7), name);
+        setPoints(f, 5);
+        setPoints(f, 7);
+        QCOMPARE(shown(), name);
+        f.find<QAction>(u"mf_save"_qs)->trigger();
+        QCOMPARE(f.document.PrüfpunktName(7), name);
+    }
+    f.type(pointsGrid, 7, 1, u"kurz"_qs);
+    setPoints(f, 5);
+    setPoints(f, 7);
+    f.type(pointsGrid, 7, 1, u"Prüfpunkt 7"_qs); // as it was
+    setPoints(f, 5);
+    setPoints(f, 7);
+    QCOMPARE(shown(), u"Prüfpunkt 7"_qs);
+    QVERIFY(f.dialogs.shown.empty());
+}
+
+void TestSeitePrueffelder::nameOfAPointThatIsNotListedIsKept_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::newRow("forward") << u"cmdNext"_qs;
+    QTest::newRow("back") << u"cmdPrevious"_qs;
+    QTest::newRow("close") << u"cmdCancel"_qs;
+}
+
+void TestSeitePrueffelder::nameOfAPointThatIsNotListedIsKept()
+{
+    QFETCH(QString, button);
+    PageFixture f(2);
+    f.open();
+    setPoints(f, 7);
+    f.type(pointsGrid, 7, 1, u"sieben"_qs);
+    setPoints(f, 4);
+    f.dialogs.answers = {Dialogs::Answer::Yes};
+    f.click(button);
+    QCOMPARE(f.dialogs.questions.size(), button == u"cmdCancel" ? 1 : 0);
+    QCOMPARE(f.document.PrüfpunktName(7), u"sieben"_qs);
+}
+
+void TestSeitePrueffelder::pointNamesArePastedCutAndLeftOut()
+{
+    PageFixture f(2);
+    f.open();
+    GridControl &grid = f.grid(pointsGrid);
+    grid.setFocus();
+    grid.setCell(3, 1);
+    QGuiApplication::clipboard()->setText(u"Nord\r\nSüd\r\nOst\r\nWest\r\n"_qs);
+    QTest::keyClick(grid.table(), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(grid.rows(), 5);
+    QCOMPARE(grid.textMatrix(3, 1), u"Nord"_qs);
+    QCOMPARE(grid.textMatrix(4, 1), u"Süd"_qs);
+    QCOMPARE(f.dialogs.shown,
+             std::vector{informationBox(u"2 eingefügte Werte hatten keinen Platz in der Tabelle "
+                                        u"und wurden weggelassen."_qs)});
+    grid.setCell(3, 1);
+    QTest::keyClick(grid.table(), Qt::Key_X, Qt::ControlModifier);
+    QCOMPARE(grid.textMatrix(3, 1), u""_qs);
+    QVERIFY(QGuiApplication::clipboard()->text().startsWith(u"Nord"_qs));
+    QCOMPARE(grid.textMatrix(3, 0), u"3"_qs);
+    f.click(u"cmdNext"_qs);
+    QCOMPARE(f.document.PrüfpunktName(3), u"Prüfpunkt 3"_qs);
+    QCOMPARE(f.document.PrüfpunktName(4), u"Süd"_qs);
+}
+
+void TestSeitePrueffelder::longNamesSurvive()
+{
+    const QString name = QString(200, u'ü');
+    PageFixture f(2);
+    f.open();
+    f.type(fieldsGrid, 2, 0, name);
+    f.type(pointsGrid, 2, 1, name);
+    f.find<QAction>(u"mf_save"_qs)->trigger();
+    Kalibrierung read(QLocale(QLocale::German, QLocale::Germany));
+    read.LoadFile(f.path(u"blatt.xml"_qs));
+    QCOMPARE(read.PrüffeldName(2), name);
+    QCOMPARE(read.PrüfpunktName(2), name);
+    QVERIFY(!f.grid(fieldsGrid).table()->horizontalScrollBar()->isVisible());
 }
 
 void TestSeitePrueffelder::emptiedPointNameIsTheDefaultAgain()

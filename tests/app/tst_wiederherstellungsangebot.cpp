@@ -1,0 +1,379 @@
+#include "app/wiederherstellungsfrage.h"
+#include "app/wiederherstellungsplatz.h"
+#include "tests/app/programmlauf.h"
+#include "tests/support/testregistry.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+/// What the next start finds, whose it is, and what becomes of it.
+class TestWiederherstellungsangebot : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void nothingLeftMeansNoQuestion();
+    void answerDecides_data();
+    void answerDecides();
+    void oneAfterTheOtherUntilOneIsRestored();
+    void runningProgramsWorkIsNotOffered();
+    void twoProgramsKeepTheirOwnFiles();
+    void usedAgainProcessNumberHidesNothing();
+    void unreadableFileIsToldOnce_data();
+    void unreadableFileIsToldOnce();
+    void fileThatWasNeverWrittenIsDropped();
+    void leftoversAreTidiedUp();
+    void boxNamesTimeAndFile_data();
+    void boxNamesTimeAndFile();
+};
+
+namespace {
+
+using Antwort = Wiederherstellung::Antwort;
+
+// The folder that a crashed run on \a disk has left, with one file.
+QString folderAfterACrash(const QTemporaryDir &disk)
+{
+    Programmlauf run(3, disk.filePath(u"w"_qs));
+    run.start();
+    run.type(valuesGrid, 1, 2, u"9"_qs);
+    run.recovery->check();
+    return run.crash(disk);
+}
+
+// A start that finds what is in \a folder.
+void startOn(Programmlauf &run, std::deque<Antwort> answers = {})
+{
+    run.startEmpty();
+    run.answersToOffers = std::move(answers);
+    run.recovery->offer();
+}
+
+// Another program that keeps a place in a folder until it is killed.
+class OtherProgram
+{
+public:
+    explicit OtherProgram(const QString &folder)
+    {
+        int ends[2];
+        if (::pipe(ends) != 0)
+            qFatal("no pipe");
+        m_process = ::fork();
+        if (m_process == 0) {
+            const auto place = Wiederherstellungsplatz::create(folder);
+            QFile::copy(folder + u"/vorlage"_qs, place->path());
+            const char ready = 1;
+            if (::write(ends[1], &ready, 1) == 1)
+                ::pause();
+            ::_exit(1);
+        }
+        char ready = 0;
+        const bool started = ::read(ends[0], &ready, 1) == 1;
+        ::close(ends[0]);
+        ::close(ends[1]);
+        if (!started)
+            qFatal("the other program did not start");
+    }
+    ~OtherProgram() { kill(); }
+    Q_DISABLE_COPY_MOVE(OtherProgram)
+
+    void kill()
+    {
+        if (m_process <= 0)
+            return;
+        ::kill(m_process, SIGKILL);
+        ::waitpid(m_process, nullptr, 0);
+        m_process = 0;
+    }
+
+private:
+    pid_t m_process;
+};
+
+// Turns the only recovery file of \a folder into what other programs start with.
+void makeTemplate(const QString &folder)
+{
+    QFile::rename(folder + u'/' + Programmlauf::filesIn(folder).value(0), folder + u"/vorlage"_qs);
+}
+
+void overwrite(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write a test file");
+}
+
+} // namespace
+
+void TestWiederherstellungsangebot::nothingLeftMeansNoQuestion()
+{
+    const QTemporaryDir disk;
+    Programmlauf run(1, disk.filePath(u"w"_qs));
+    startOn(run);
+    QVERIFY(run.offers.empty());
+    QVERIFY(run.dialogs.shown.empty());
+    QVERIFY(!QFile::exists(run.folderOfRecovery));
+}
+
+void TestWiederherstellungsangebot::answerDecides_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<int>("offersOfTheNextStart");
+    QTest::newRow("later") << int(Antwort::Später) << 1;
+    QTest::newRow("discard") << int(Antwort::Verwerfen) << 0;
+    QTest::newRow("restore and discard") << int(Antwort::Wiederherstellen) << 0;
+}
+
+void TestWiederherstellungsangebot::answerDecides()
+{
+    QFETCH(int, answer);
+    QFETCH(int, offersOfTheNextStart);
+    const auto choice = static_cast<Antwort>(answer);
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    {
+        Programmlauf run(1, folder);
+        startOn(run, {choice});
+        QCOMPARE(run.offers.size(), std::size_t{1});
+        QCOMPARE(run.document.IsDirty(), choice == Antwort::Wiederherstellen);
+        QCOMPARE(run.files().size(), choice == Antwort::Verwerfen ? 0 : 1);
+        run.dialogs.answers = {Dialogs::Answer::No};
+        run.window->close();
+        QCOMPARE(run.dialogs.questions.size(), choice == Antwort::Wiederherstellen ? 1 : 0);
+    }
+    Programmlauf next(1, folder);
+    startOn(next);
+    QCOMPARE(next.offers.size(), std::size_t(offersOfTheNextStart));
+    QCOMPARE(QDir(folder).entryList(QDir::Files).size(), offersOfTheNextStart); // and no locks
+}
+
+void TestWiederherstellungsangebot::oneAfterTheOtherUntilOneIsRestored()
+{
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    const QString first = folder + u'/' + Programmlauf::filesIn(folder).value(0);
+    for (const QString &name : {u"b.xml"_qs, u"c.xml"_qs, u"d.xml"_qs})
+        QVERIFY(QFile::copy(first, folder + u'/' + name));
+    Programmlauf run(1, folder);
+    startOn(run, {Antwort::Später, Antwort::Verwerfen, Antwort::Wiederherstellen});
+    QCOMPARE(run.offers.size(), std::size_t{3}); // the last one waits for the next start
+    QCOMPARE(run.files().size(), 3);
+    QVERIFY(run.document.IsDirty());
+
+    Programmlauf next(1, folder); // while the first still runs, with what it has restored
+    startOn(next);
+    QCOMPARE(next.offers.size(), std::size_t{2});
+}
+
+void TestWiederherstellungsangebot::runningProgramsWorkIsNotOffered()
+{
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    makeTemplate(folder);
+    OtherProgram other(folder);
+    QCOMPARE(Programmlauf::filesIn(folder).size(), 1);
+    {
+        Programmlauf run(1, folder);
+        startOn(run, {Antwort::Verwerfen});
+        QVERIFY(run.offers.empty());
+        QCOMPARE(run.files().size(), 1);
+    }
+    other.kill(); // no orderly end
+    Programmlauf run(1, folder);
+    startOn(run, {Antwort::Wiederherstellen});
+    QCOMPARE(run.offers.size(), std::size_t{1});
+    QVERIFY(run.document.IsDirty());
+}
+
+void TestWiederherstellungsangebot::twoProgramsKeepTheirOwnFiles()
+{
+    const QTemporaryDir disk;
+    const QString folder = disk.filePath(u"w"_qs);
+    Programmlauf one(3, folder);
+    one.start();
+    one.type(valuesGrid, 1, 2, u"9"_qs);
+    one.recovery->check();
+    const QStringList ofOne = one.files();
+    {
+        Programmlauf two(3, folder);
+        two.start();
+        two.recovery->offer();
+        QVERIFY(two.offers.empty());
+        two.type(valuesGrid, 1, 2, u"8"_qs);
+        two.recovery->check();
+        QCOMPARE(two.files().size(), 2);
+    }
+    QCOMPARE(one.files(), ofOne);
+}
+
+void TestWiederherstellungsangebot::usedAgainProcessNumberHidesNothing()
+{
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    makeTemplate(folder);
+    OtherProgram other(folder);
+    other.kill();
+    const QString lock =
+        folder + u'/' + QDir(folder).entryList({u"*.lock"_qs}, QDir::Files).value(0);
+    QFile file(lock);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QByteArrayList lines = file.readAll().split('\n');
+    file.close();
+    QVERIFY(lines.size() > 1);
+    lines[0] = QByteArray::number(QCoreApplication::applicationPid()); // given out once more
+    overwrite(lock, lines.join('\n'));
+    Programmlauf run(1, folder);
+    startOn(run, {Antwort::Wiederherstellen});
+    QCOMPARE(run.offers.size(), std::size_t{1});
+    QVERIFY(run.document.IsDirty());
+}
+
+void TestWiederherstellungsangebot::unreadableFileIsToldOnce_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("no XML") << QByteArray("kaputt");
+    QTest::newRow("zeros") << QByteArray(5000, '\0');
+    QTest::newRow("cut off") << QByteArray("cut");
+    QTest::newRow("header damaged") << QByteArray("header");
+    QTest::newRow("a calibration only") << QByteArray("calibration");
+}
+
+void TestWiederherstellungsangebot::unreadableFileIsToldOnce()
+{
+    QFETCH(QByteArray, content);
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    const QString path = folder + u'/' + Programmlauf::filesIn(folder).value(0);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray good = file.readAll();
+    file.close();
+    if (content == "cut")
+        content = good.left(good.size() * 2 / 3);
+    else if (content == "header")
+        content = QByteArray(good).replace("AAAAA", "AAAA");
+    else if (content == "calibration") {
+        Kalibrierung(QLocale(QLocale::German)).SaveFile(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        content = file.readAll();
+        file.close();
+    }
+    QVERIFY(content != good);
+    overwrite(path, content);
+    QVERIFY(QFile::copy(path, folder + u"/b.xml"_qs)); // two of them, and one message
+
+    Programmlauf run(1, folder);
+    startOn(run, {Antwort::Wiederherstellen});
+    QVERIFY(run.offers.empty());
+    QCOMPARE(run.dialogs.shown,
+             std::vector{informationBox(
+                 u"Ungespeicherte Arbeit aus einem früheren Programmlauf konnte nicht gelesen "
+                 u"werden.\r\nIhre gespeicherten Dateien sind davon nicht betroffen."_qs)});
+    QVERIFY(!run.document.IsDirty());
+    QCOMPARE(run.activePage(), 1);
+    QCOMPARE(QDir(folder).entryList({u"*.defekt"_qs}, QDir::Files).size(), 2); // kept aside
+
+    Programmlauf next(1, folder);
+    startOn(next);
+    QVERIFY(next.dialogs.shown.empty());
+    QVERIFY(next.offers.empty());
+}
+
+void TestWiederherstellungsangebot::fileThatWasNeverWrittenIsDropped()
+{
+    const QTemporaryDir disk;
+    overwrite(disk.filePath(u"a.xml"_qs), {});
+    Programmlauf run(1, disk.path());
+    startOn(run);
+    QVERIFY(run.offers.empty());
+    QVERIFY(run.dialogs.shown.empty());
+    QVERIFY(QDir(disk.path()).isEmpty());
+}
+
+void TestWiederherstellungsangebot::leftoversAreTidiedUp()
+{
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    makeTemplate(folder);
+    OtherProgram other(folder);
+    other.kill();
+    for (const QString &name : Programmlauf::filesIn(folder))
+        QVERIFY(QFile::remove(folder + u'/' + name)); // its lock is left alone
+    const OtherProgram running(folder);
+    const QString temporary = folder + u"/~wendral-00000001.tmp"_qs;
+    overwrite(temporary, "x");
+    overwrite(folder + u"/~wendral-00000002.tmp"_qs, "x"); // may be of the running one
+    QFile old(temporary);
+    QVERIFY(old.open(QIODevice::ReadWrite));
+    QVERIFY(old.setFileTime(QDateTime::currentDateTime().addDays(-2),
+                            QFileDevice::FileModificationTime));
+    old.close();
+    Programmlauf run(1, folder);
+    startOn(run);
+    QCOMPARE(QDir(folder).entryList({u"*.lock"_qs}, QDir::Files).size(), 1); // the running one's
+    QCOMPARE(QDir(folder).entryList({u"*.tmp"_qs}, QDir::Files),
+             QStringList{u"~wendral-00000002.tmp"_qs});
+}
+
+void TestWiederherstellungsangebot::boxNamesTimeAndFile_data()
+{
+    QTest::addColumn<QString>("press");
+    QTest::addColumn<int>("answer");
+    QTest::newRow("restore") << u"&Wiederherstellen"_qs << int(Antwort::Wiederherstellen);
+    QTest::newRow("discard") << u"&Verwerfen"_qs << int(Antwort::Verwerfen);
+    QTest::newRow("later") << u"&Später"_qs << int(Antwort::Später);
+    QTest::newRow("escape") << u""_qs << int(Antwort::Später);
+}
+
+void TestWiederherstellungsangebot::boxNamesTimeAndFile()
+{
+    QFETCH(QString, press);
+    QFETCH(int, answer);
+    QString text;
+    QString title;
+    QStringList captions;
+    QString preset;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        timer.stop();
+        text = box->text();
+        title = box->windowTitle();
+        preset = box->defaultButton()->text();
+        QAbstractButton *pressed = nullptr;
+        for (QAbstractButton *button : box->buttons()) {
+            captions.append(button->text());
+            if (button->text() == press)
+                pressed = button;
+        }
+        if (pressed)
+            pressed->click();
+        else
+            QTest::keyClick(box, Qt::Key_Escape);
+    });
+    timer.start(5);
+    const Wiederherstellung::Fund found{QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26)),
+                                        press.isEmpty() ? QString() : u"/ordner/<b>feld.xml"_qs};
+    const auto given =
+        frageNachWiederherstellung(nullptr, found, QLocale(QLocale::German, QLocale::Germany));
+    QCOMPARE(int(given), answer);
+    QCOMPARE(title, u"Kalibrierung nach Wendral"_qs);
+    QVERIFY2(text.contains(u"Stand: Samstag, 14. März 2026, 15:09"_qs), qPrintable(text));
+    QVERIFY2(text.contains(press.isEmpty() ? u"Datei: noch ohne Namen"_qs
+                                           : u"Datei: <b>feld.xml\nOrdner: /ordner"_qs),
+             qPrintable(text));
+    captions.sort();
+    QCOMPARE(captions, QStringList({u"&Später"_qs, u"&Verwerfen"_qs, u"&Wiederherstellen"_qs}));
+    QCOMPARE(preset, u"&Wiederherstellen"_qs);
+}
+
+REGISTER_TEST(TestWiederherstellungsangebot)
+#include "tst_wiederherstellungsangebot.moc"
