@@ -73,7 +73,7 @@ class Program:
             self.process = subprocess.Popen(
                 without_privileges([os.environ["WENDRAL_PROGRAM"], *arguments]), env=user.environment, cwd=user.home,
                 stdin=subprocess.DEVNULL, stdout=errors, stderr=errors, preexec_fn=before_program)
-        self.application = wait_until(lambda: self._safely(self._find_application), "the program shows itself")
+        self.application = wait_until(lambda: self.safely(self._find_application), "the program shows itself")
         self.window()
 
     def __enter__(self):
@@ -111,7 +111,7 @@ class Program:
     def _expect_alive(self):
         assert self.process.poll() is None, f"the program ended with {self.process.returncode}: {self.complaints()}"
 
-    def _safely(self, question):
+    def safely(self, question):
         """Controls may go while they are being asked; the question is put again then."""
         try:
             return question()
@@ -120,7 +120,7 @@ class Program:
             return None
 
     def wait_until(self, condition, what):
-        return wait_until(lambda: self._safely(condition), what)
+        return wait_until(lambda: self.safely(condition), what)
 
     def children(self, control):
         children = (control.get_child_at_index(index) for index in range(control.get_child_count()))
@@ -144,22 +144,21 @@ class Program:
         return next((window for window in self.windows() if self.is_(window, "ACTIVE")), None)
 
     def window(self, title=None):
-        """Waits until a window, or the one of that title, has the keyboard."""
+        """Waits until the window of that title, or the one in front, has the keyboard."""
         missed_since = None
 
         def found():
             nonlocal missed_since
-            window = self.active_window()
-            if window and title in (None, window.get_name()):
-                return window
-            wanted = [window for window in self.windows() if title in (None, window.get_name())]
+            wanted = [window for window in self.windows() if title in (None, window.get_name())][-1:]
+            if wanted and wanted[0] == self.active_window():
+                return wanted[0]
             missed_since = (missed_since or time.monotonic()) if wanted else None
             if wanted and time.monotonic() - missed_since > MISSED_SECONDS:
-                self._choose_window(wanted[-1])
+                self._choose_window(wanted[0])
                 missed_since = None
             return None
         try:
-            return self.wait_until(found, f"a window „{title or ''}“ has the keyboard")
+            return self.wait_until(found, f"the window „{title or 'in front'}“ has the keyboard")
         except TookTooLong as failure:
             raise TookTooLong(f"{failure}; there are {self.describe()}") from None
 
