@@ -21,6 +21,7 @@
 namespace {
 
 const QString spreadsheetSuffix = QStringLiteral(".xlsx");
+const QString chooserTitle = QStringLiteral("Export nach MS Excel");
 
 // The file of the calibration that \a window shows; empty where it has none yet.
 QString calibrationFile(const QWidget *window)
@@ -75,8 +76,7 @@ bool mayReplace(QWidget *owner, const QString &path)
 {
     const QString question = u"„%1“ ist schon vorhanden.\nSoll die Datei ersetzt werden?"_qs.arg(
         QFileInfo(path).fileName());
-    return QMessageBox::question(owner, owner->windowTitle(), question,
-                                 QMessageBox::Yes | QMessageBox::No,
+    return QMessageBox::question(owner, chooserTitle, question, QMessageBox::Yes | QMessageBox::No,
                                  QMessageBox::No) == QMessageBox::Yes;
 }
 
@@ -107,7 +107,7 @@ void ausgabe::showExport(const Dienste &services, Kalibrierung &document, QWidge
 QString ausgabe::chooseSpreadsheet(QWidget *owner, const QString &suggestion)
 {
     const QString spreadsheets = u"Excel-Dateien (*.xlsx)"_qs;
-    QFileDialog dialog(owner, u"Export nach MS Excel"_qs, QFileInfo(suggestion).absolutePath());
+    QFileDialog dialog(owner, chooserTitle, QFileInfo(suggestion).absolutePath());
     dialog.setNameFilters({spreadsheets, u"alle Dateien (*)"_qs});
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);

@@ -65,7 +65,7 @@ void Wiederherstellung::check()
 
 void Wiederherstellung::write(const Arbeitsstand &work)
 try {
-    if (!m_place)
+    if (!m_place || !QFileInfo::exists(m_environment.folder)) // it may have been cleared away
         m_place = Wiederherstellungsplatz::create(m_environment.folder);
     Wiederherstellungsdatei::write(m_place->path(), *m_document, work, m_environment.now());
     m_written = work;
@@ -83,9 +83,9 @@ void Wiederherstellung::tellOnce(const RunTimeError &error)
     if (std::exchange(m_told, true))
         return;
     m_failing = true;
-    m_window->showNotice(u"Ungespeicherte Arbeit kann zurzeit nicht gesichert werden: %1 (%2). "
-                         u"Bitte speichern Sie öfter."_qs.arg(error.description())
-                             .arg(error.number()));
+    m_window->showNotice(
+        u"Ungespeicherte Arbeit kann zurzeit nicht gesichert werden: %1 (%2). "
+        u"Bitte speichern Sie öfter."_qs.arg(error.description(), QString::number(error.number())));
 }
 
 void Wiederherstellung::forget()
@@ -149,5 +149,8 @@ try {
     ++m_unreadable;
     if (place && error.errorNumber() == ErrorNumber::InvalidFileFormat)
         place->setAside(); // it would be no better the next time
+    return false;
+} catch (const std::bad_alloc &) {
+    ++m_unreadable;
     return false;
 }

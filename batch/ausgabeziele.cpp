@@ -24,13 +24,13 @@ Ausgabeziele ausgabeziele(const QStringList &inputs, const QString &target, cons
     Ausgabeziele result{target, {}};
     // Both folded, for file systems that don't tell cases apart.
     QSet<QString> taken;
-    QHash<QString, int> lastNumbers; // those up to it are taken
+    QHash<QString, int> numbers; // that a name has used up
     for (const QString &input : inputs) {
         const QString base = baseName(input);
         QString name = base;
-        int &number = lastNumbers.emplace(base.toCaseFolded(), 1).value();
+        int &number = numbers[base.toCaseFolded()];
         while (taken.contains(name.toCaseFolded()))
-            name = u"%1 (%2)"_qs.arg(base).arg(++number);
+            name = u"%1 (%2)"_qs.arg(base).arg(++number + 1);
         taken.insert(name.toCaseFolded());
         result.dateien += QDir(target).filePath(name + suffix);
     }

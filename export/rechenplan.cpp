@@ -4,11 +4,10 @@
 #include "core/kalibrierung.h"
 #include "core/statistik.h"
 #include "export/formeln.h"
+#include "export/summenschritt.h"
 
-#include <algorithm>
 #include <cmath>
 #include <functional>
-#include <initializer_list>
 #include <tuple>
 
 namespace {
@@ -43,53 +42,6 @@ struct Rechnung
     std::function<double()> ungerundet;
     Hindernisse hindernisse;
 };
-
-// Terms of at most 2^27 steps: a million of them add up exactly, and what remains of each is small.
-constexpr int stepsOfLargest = 26;
-constexpr int smallestStep = -1000;
-
-// The step for terms whose size is a product of \a sizes, as a power of two. Where there is none,
-// all terms being 0 or the product too large, any step will do.
-double schritt(std::initializer_list<double> sizes)
-{
-    double exponent = 0.0;
-    for (const double size : sizes)
-        exponent += std::log2(size);
-    const double step =
-        std::exp2(std::max<double>(std::floor(exponent) - stepsOfLargest, smallestStep));
-    return std::isfinite(step) && std::isfinite(exponent) ? step : 1.0;
-}
-
-QString schrittformel(const QStringList &sizes)
-{
-    QStringList exponents;
-    for (const QString &size : sizes)
-        exponents += u"LOG(%1,2)"_qs.arg(size);
-    return u"IFERROR(2^MAX(INT(%1)-%2,%3),1)"_qs.arg(exponents.join(u'+'))
-        .arg(stepsOfLargest)
-        .arg(smallestStep);
-}
-
-// How far the values of \a sample lie from \a mean at most.
-double abstand(const Stichprobe &sample, double mean)
-{
-    if (sample.werte.empty())
-        return 0.0;
-    const auto [smallest, largest] = std::minmax_element(sample.werte.begin(), sample.werte.end());
-    return std::max(*largest - mean, mean - *smallest);
-}
-
-QString abstandsformel(const Stichprobe &sample, const QString &mean)
-{
-    return u"MAX(MAX(%1)-%2,%2-MIN(%1))"_qs.arg(sample.bereich, mean);
-}
-
-// The terms of a variance or covariance. A point whose row has been emptied counts as none.
-QString produkt(const Stichprobe &x, const QString &meanX, const Stichprobe &y,
-                const QString &meanY)
-{
-    return u"ISNUMBER(%1)*((%1-%2)*(%3-%4))"_qs.arg(x.bereich, meanX, y.bereich, meanY);
-}
 
 class Planer
 {
@@ -220,7 +172,8 @@ void Planer::varianz(MerkmalEnum merkmal)
     calculation.formel = formeln::geschuetzt(
         {mean.wertzelle()},
         durchFreiheitsgrade(formeln::genaueSumme(
-            produkt(sample, mean.wertzelle(), sample, mean.wertzelle()), row.schrittzelle())));
+            abweichungsprodukte(sample, mean.wertzelle(), sample, mean.wertzelle()),
+            row.schrittzelle())));
     const QString size = abstandsformel(sample, mean.wertzelle());
     calculation.schrittformel = schrittformel({size, size});
     if (mean.wert)
@@ -261,7 +214,8 @@ void Planer::kovarianz(std::size_t pair)
     calculation.formel = formeln::geschuetzt(
         {meanX.wertzelle(), meanY.wertzelle()},
         durchFreiheitsgrade(formeln::genaueSumme(
-            produkt(sampleX, meanX.wertzelle(), sampleY, meanY.wertzelle()), row.schrittzelle())));
+            abweichungsprodukte(sampleX, meanX.wertzelle(), sampleY, meanY.wertzelle()),
+            row.schrittzelle())));
     calculation.schrittformel = schrittformel(
         {abstandsformel(sampleX, meanX.wertzelle()), abstandsformel(sampleY, meanY.wertzelle())});
     if (meanX.wert && meanY.wert)

@@ -68,8 +68,9 @@ private:
     void announce(int row, int col);
     void announceHeld();
 
-    mutable QList<QStringList> m_rows; ///< empty lists have not been asked for
+    mutable QList<QStringList> m_rows; ///< of rows not asked for, and of empty ones, empty lists
     RowSource m_source;
+    int m_sourceEnd = 0; ///< first row behind those that the source knows
     QList<Qt::Alignment> m_alignments;
     int m_cols = 2;
     int m_fixedRows = 1;

@@ -18,8 +18,6 @@ namespace {
 
 constexpr auto exclamation = Dialogs::Icon::Exclamation;
 constexpr std::int32_t mostRows = 1'000'000; // as many points as are evaluated
-constexpr int numberColumn = 0;              // of the points' table
-constexpr int pointNameColumn = 1;
 
 const QString errorText = QStringLiteral("(Fehler)");
 
@@ -44,6 +42,7 @@ SeitePrueffelder::SeitePrueffelder(const Seitenkontext &context, QWidget *parent
     , m_points(new Tabelle(
           {u"fgKeysPrüfpunkte"_qs, u"txtFGKeysPrüfpunkte"_qs, u"Namen der Prüfpunkte"_qs},
           context.grid, this))
+    , m_pointNames(context.document, *m_points)
     , m_notice(new QLabel(this))
 {
     auto *column = addColumn(2, u"Schritt 2: Werte der Prüffelder"_qs,
@@ -97,11 +96,7 @@ void SeitePrueffelder::fill()
     m_notice->setText(shownLines(trouble));
     m_notice->setVisible(!trouble.isEmpty());
     fillFields(std::max(count, 0));
-    m_filledPoints.clear();
-    m_hiddenPoints.clear();
-    m_points->setColumns({u"Nr."_qs, u"Prüfpunkt"_qs}, 1, std::array{1.0, 4.0});
-    m_points->grid().setColAlignment(numberColumn, Qt::AlignRight);
-    m_points->grid().setSourcedRows(1, [this](int row) { return pointRow(row); });
+    m_pointNames.fill();
     showPoints();
 }
 
@@ -136,13 +131,6 @@ QStringList SeitePrueffelder::fieldRow(int row)
     return {texts.begin(), texts.end()};
 }
 
-QStringList SeitePrueffelder::pointRow(int row)
-{
-    const QString name = document().PrüfpunktName(row);
-    m_filledPoints.insert(row, name);
-    return {QString::number(row), m_hiddenPoints.contains(row) ? m_hiddenPoints.take(row) : name};
-}
-
 // As many points as the largest field has, the typed numbers included.
 int SeitePrueffelder::mostPoints() const
 {
@@ -161,17 +149,7 @@ int SeitePrueffelder::mostPoints() const
 void SeitePrueffelder::showPoints()
 {
     m_showPointsPending = false;
-    GridControl &grid = m_points->grid();
-    const int rows = mostPoints() + 1;
-    for (int row = rows; row < grid.rows(); ++row) {
-        const auto filled = m_filledPoints.constFind(row);
-        if (filled == m_filledPoints.constEnd())
-            continue;
-        if (grid.textMatrix(row, pointNameColumn) != *filled)
-            m_hiddenPoints.insert(row, grid.textMatrix(row, pointNameColumn));
-        m_filledPoints.erase(filled);
-    }
-    grid.setRows(rows);
+    m_pointNames.list(mostPoints());
 }
 
 QString SeitePrueffelder::text(int row, FieldColumn col) const
@@ -200,7 +178,7 @@ void SeitePrueffelder::formatEdited(int, int col, QString &newText) const
 
 bool SeitePrueffelder::takeOver(Anlass anlass)
 {
-    takePointNamesOver();
+    m_pointNames.takeOver();
     return takeFieldsOver(anlass);
 }
 
@@ -274,29 +252,6 @@ void SeitePrueffelder::storeRow(int row, const Fault &refused)
     }
 }
 
-void SeitePrueffelder::takePointNamesOver()
-{
-    const GridControl &grid = m_points->grid();
-    for (auto filled = m_filledPoints.begin(); filled != m_filledPoints.end(); ++filled) {
-        const int point = filled.key();
-        const QString name = grid.textMatrix(point, pointNameColumn);
-        if (name == *filled)
-            continue;
-        storePointName(point, name);
-        *filled = name;
-    }
-    for (auto typed = m_hiddenPoints.constBegin(); typed != m_hiddenPoints.constEnd(); ++typed)
-        storePointName(typed.key(), *typed);
-    m_hiddenPoints.clear();
-}
-
-// A point without a name has its number.
-void SeitePrueffelder::storePointName(int point, const QString &name)
-{
-    document().setPrüfpunktName(point,
-                                name.trimmed().isEmpty() ? document().PrüfpunktKey(point) : name);
-}
-
 void SeitePrueffelder::finishEditing()
 {
     m_fields->finishEditing();
@@ -315,17 +270,7 @@ Eingaben SeitePrueffelder::entries() const
                                text(row.key(), col));
         }
     }
-    const GridControl &points = m_points->grid();
-    const auto insertName = [&](int point, const QString &name) {
-        entries.insert(eingaben::cell(points.objectName(), point, pointNameColumn), name);
-    };
-    for (auto point = m_filledPoints.constBegin(); point != m_filledPoints.constEnd(); ++point) {
-        const QString name = points.textMatrix(point.key(), pointNameColumn);
-        if (name != *point)
-            insertName(point.key(), name);
-    }
-    for (auto typed = m_hiddenPoints.constBegin(); typed != m_hiddenPoints.constEnd(); ++typed)
-        insertName(typed.key(), *typed);
+    m_pointNames.addEntries(entries);
     m_fields->addOpenEditor(entries);
     m_points->addOpenEditor(entries);
     return entries;
@@ -335,13 +280,7 @@ void SeitePrueffelder::restoreEntries(const Eingaben &entries)
 {
     m_fields->restoreCells(entries);
     showPoints(); // as many as the restored counts say
-    const auto restoreName = [this](int point, int col, const QString &name) {
-        if (point < m_points->grid().rows())
-            m_points->grid().setTextMatrix(point, col, name);
-        else
-            m_hiddenPoints.insert(point, name);
-    };
-    eingaben::forEachCell(entries, m_points->grid().objectName(), restoreName);
+    m_pointNames.restoreEntries(entries);
     m_points->reopenEditor(entries);
     m_fields->reopenEditor(entries);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "wizard/assistentseite.h"
+#include "wizard/punktnamen.h"
 
 #include <QHash>
 
@@ -39,7 +40,6 @@ private:
     QWidget *labelled(const QString &caption, Tabelle *table);
     void fillFields(std::int32_t count);
     QStringList fieldRow(int row);
-    QStringList pointRow(int row);
     void showPoints();
     int mostPoints() const;
 
@@ -50,19 +50,16 @@ private:
         int col = NameColumn;
     };
     bool takeFieldsOver(Anlass anlass);
-    void takePointNamesOver();
     Fault fault(int row, Anlass anlass) const;
     void storeRow(int row, const Fault &refused);
-    void storePointName(int point, const QString &name);
     bool isChanged(int row, FieldColumn col) const;
     QString text(int row, FieldColumn col) const;
 
     Tabelle *m_fields;
     Tabelle *m_points;
+    Punktnamen m_pointNames;
     QLabel *m_notice;
-    int m_fieldCount = 0;               ///< rows that are shown
-    QHash<int, FieldTexts> m_filled;    ///< what filling wrote, by row; of rows that were needed
-    QHash<int, QString> m_filledPoints; ///< the same of the points' names, as long as listed
-    QHash<int, QString> m_hiddenPoints; ///< typed names of points that are not shown now
+    int m_fieldCount = 0;            ///< rows that are shown
+    QHash<int, FieldTexts> m_filled; ///< what filling wrote, by row; of rows that were needed
     bool m_showPointsPending = false;
 };

@@ -39,6 +39,7 @@ private slots:
     void orderlyEndForgets();
     void failureIsToldOnceAndDisturbsNothing();
     void workIsKeptAgainWhenItCanBe();
+    void clearedAwayFolderIsMadeAgain();
     void nobodyElseReadsIt();
 };
 
@@ -545,6 +546,20 @@ void TestWiederherstellung::workIsKeptAgainWhenItCanBe()
     run.recovery->check(); // without a further change
     QCOMPARE(run.files().size(), 1);
     QVERIFY(!run.find<QStatusBar>({})->isVisible());
+}
+
+void TestWiederherstellung::clearedAwayFolderIsMadeAgain()
+{
+    const QTemporaryDir disk;
+    Programmlauf run(3, disk.filePath(u"w"_qs));
+    run.start();
+    run.type(valuesGrid, 1, 2, u"9"_qs);
+    run.recovery->check();
+    QVERIFY(QDir(run.folderOfRecovery).removeRecursively());
+    run.type(valuesGrid, 1, 2, u"8"_qs);
+    run.recovery->check();
+    QCOMPARE(run.files().size(), 1);
+    QVERIFY(!run.window->findChild<QStatusBar *>());
 }
 
 void TestWiederherstellung::nobodyElseReadsIt()

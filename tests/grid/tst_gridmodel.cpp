@@ -24,6 +24,9 @@ private slots:
     void rowsAddedBySetRowsComeFromTheSource();
     void aSourceIsAskedOnceARow();
     void sourcedTextsBeyondTheLastColumnAreDropped();
+    void rowsInsertedAtOnceKeepTheirTextsThroughEveryChange_data();
+    void rowsInsertedAtOnceKeepTheirTextsThroughEveryChange();
+    void rowsTakenAwayFromThoseInsertedAtOnceComeBackEmpty();
 };
 
 namespace {
@@ -235,6 +238,53 @@ void TestGridModel::sourcedTextsBeyondTheLastColumnAreDropped()
     QCOMPARE(model.text(1, 1), u"b1"_qs);
     model.setCols(3);
     QCOMPARE(allTexts(model), QStringList({u"||"_qs, u"a1|b1|"_qs, u"a2|b2|"_qs}));
+}
+
+void TestGridModel::rowsInsertedAtOnceKeepTheirTextsThroughEveryChange_data()
+{
+    sourcedRowsKeepTheirTextsThroughEveryChange_data();
+}
+
+void TestGridModel::rowsInsertedAtOnceKeepTheirTextsThroughEveryChange()
+{
+    using Change = std::function<void(GridModel &)>;
+    QFETCH(const Change, change);
+    GridModel model;
+    const QAbstractItemModelTester tester(&model,
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    GridModel filled;
+    QList<QStringList> lines;
+    for (GridModel *m : {&model, &filled}) {
+        m->setCols(3);
+        m->setText(0, 1, u"Kopf"_qs);
+        m->setRows(1);
+    }
+    for (int row = 1; row < 7; ++row) {
+        lines.append(sourced(row) + QStringList(u"zu viel"_qs));
+        filled.setRows(row + 1);
+        for (int col = 0; col < 3; ++col)
+            filled.setText(row, col, sourced(row).at(col));
+    }
+    model.insertRows(1, lines);
+    lines.clear();
+    change(model);
+    change(filled);
+    QCOMPARE(allTexts(model), allTexts(filled));
+}
+
+void TestGridModel::rowsTakenAwayFromThoseInsertedAtOnceComeBackEmpty()
+{
+    GridModel model;
+    model.setRows(1);
+    model.insertRows(1, {sourced(1), {}, sourced(3), sourced(4)});
+    model.setRows(4);
+    model.setRows(6);
+    QCOMPARE(allTexts(model),
+             QStringList({u"|"_qs, u"a1|b1"_qs, u"|"_qs, u"a3|b3"_qs, u"|"_qs, u"|"_qs}));
+    model.setRows(1);
+    model.insertRows(1, {sourced(7)});
+    model.insertRows(2, {sourced(8)});
+    QCOMPARE(allTexts(model), QStringList({u"|"_qs, u"a7|b7"_qs, u"a8|b8"_qs}));
 }
 
 REGISTER_TEST(TestGridModel)
