@@ -1,46 +1,83 @@
 #include "app/ausgabe.h"
 
 #include "app/start.h"
+#include "core/atomicfile.h"
 #include "core/kalibrierung.h"
 #include "export/tabellenausgabe.h"
 #include "protocol/windows/frmprotocollpreview.h"
 #include "wizard/frmassistent.h"
 #include "wizard/frmexport.h"
 
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QProgressDialog>
 #include <QStandardPaths>
 
+#include <filesystem>
+#include <system_error>
+
 namespace {
 
-constexpr int showProgressAfterMs = 500;
+const QString spreadsheetSuffix = QStringLiteral(".xlsx");
+const QString chooserTitle = QStringLiteral("Export nach MS Excel");
 
-// Beside the calibration and named like it, where it has a file already.
-QString suggestedSpreadsheet(const QWidget *window)
+// The file of the calibration that \a window shows; empty where it has none yet.
+QString calibrationFile(const QWidget *window)
 {
     const auto *wizard = qobject_cast<const frmAssistent *>(window);
-    if (!wizard || wizard->FileName().isEmpty())
+    return wizard ? wizard->FileName() : QString();
+}
+
+// Beside the calibration and named like it, where it has a file already.
+QString suggestedSpreadsheet(const QString &calibration)
+{
+    if (calibration.isEmpty())
         return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
-               u"/Kalibrierung.xlsx"_qs;
-    const QFileInfo file(wizard->FileName());
-    return file.absolutePath() + u'/' + file.completeBaseName() + u".xlsx"_qs;
+               u"/Kalibrierung"_qs + spreadsheetSuffix;
+    const QFileInfo file(calibration);
+    return file.absolutePath() + u'/' + file.completeBaseName() + spreadsheetSuffix;
+}
+
+// Also where links or another spelling lead to it, and where it is not there at the moment.
+bool isSameFile(const QString &one, const QString &other)
+{
+    if (QFileInfo(one).absoluteFilePath() == QFileInfo(other).absoluteFilePath())
+        return true;
+    std::error_code error;
+    return std::filesystem::equivalent(nativePath(one), nativePath(other), error) && !error;
 }
 
 void exportSpreadsheet(const ausgabe::Dienste &services, Kalibrierung &document, QWidget *owner,
-                       const QString &suggestion)
+                       const QString &calibration)
 {
-    const QString target = services.chooseSpreadsheet(owner, suggestion);
+    const QString target = services.chooseSpreadsheet(owner, suggestedSpreadsheet(calibration));
     if (target.isEmpty())
         return;
+    if (!calibration.isEmpty() && isSameFile(target, calibration))
+        throw RunTimeError(
+            ErrorNumber::PathFileAccess,
+            u"„%1“ ist die Datei dieser Kalibrierung, die Tabelle braucht eine eigene"_qs.arg(
+                QFileInfo(target).fileName()));
     QProgressDialog progress(u"Die Tabelle wird geschrieben."_qs, u"Abbrechen"_qs, 0, 100, owner);
     progress.setWindowTitle(owner->windowTitle());
     progress.setWindowModality(Qt::WindowModal);
-    progress.setMinimumDuration(showProgressAfterMs);
+    progress.setMinimumDuration(static_cast<int>(services.showProgressAfter.count()));
     schreibeTabelle(document, target, services.now(), [&progress](int percent) {
         progress.setValue(percent);
+        // A value that stays lets no event through, and the cancel button would be dead.
+        QCoreApplication::processEvents();
         return !progress.wasCanceled();
     });
+}
+
+bool mayReplace(QWidget *owner, const QString &path)
+{
+    const QString question = u"„%1“ ist schon vorhanden.\nSoll die Datei ersetzt werden?"_qs.arg(
+        QFileInfo(path).fileName());
+    return QMessageBox::question(owner, chooserTitle, question, QMessageBox::Yes | QMessageBox::No,
+                                 QMessageBox::No) == QMessageBox::Yes;
 }
 
 } // namespace
@@ -56,11 +93,11 @@ void ausgabe::showProtocol(const Dienste &services, Kalibrierung &document, QWid
 
 void ausgabe::showExport(const Dienste &services, Kalibrierung &document, QWidget *owner)
 {
-    const QString suggestion = suggestedSpreadsheet(owner);
+    const QString calibration = calibrationFile(owner);
     auto *actions = new frmExport(
         services.dialogs,
-        [services, &document, suggestion](QWidget *window) {
-            exportSpreadsheet(services, document, window, suggestion);
+        [services, &document, calibration](QWidget *window) {
+            exportSpreadsheet(services, document, window, calibration);
         },
         owner);
     actions->setWindowModality(Qt::WindowModal);
@@ -69,11 +106,22 @@ void ausgabe::showExport(const Dienste &services, Kalibrierung &document, QWidge
 
 QString ausgabe::chooseSpreadsheet(QWidget *owner, const QString &suggestion)
 {
-    QFileDialog dialog(owner, u"Export nach MS Excel"_qs, QFileInfo(suggestion).absolutePath(),
-                       u"Excel-Dateien (*.xlsx);;alle Dateien (*)"_qs);
+    const QString spreadsheets = u"Excel-Dateien (*.xlsx)"_qs;
+    QFileDialog dialog(owner, chooserTitle, QFileInfo(suggestion).absolutePath());
+    dialog.setNameFilters({spreadsheets, u"alle Dateien (*)"_qs});
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setDefaultSuffix(QStringLiteral("xlsx"));
     dialog.selectFile(QFileInfo(suggestion).fileName());
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    while (dialog.exec() == QDialog::Accepted) {
+        const QString chosen = dialog.selectedFiles().value(0);
+        if (dialog.selectedNameFilter() != spreadsheets ||
+            chosen.endsWith(spreadsheetSuffix, Qt::CaseInsensitive))
+            return chosen;
+        // The dialog has asked about the name as it was typed only, and its own default suffix
+        // stays away from a name with a dot: "Feld 12.03".
+        const QString completed = chosen + spreadsheetSuffix;
+        if (!QFileInfo::exists(completed) || mayReplace(owner, completed))
+            return completed;
+    }
+    return {};
 }

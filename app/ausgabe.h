@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 
 class Dialogs;
@@ -23,6 +24,8 @@ struct Dienste
     Dialogs &dialogs;
     ChooseTarget chooseSpreadsheet;
     std::function<QDateTime()> now;
+    /// How long an export takes before its progress is shown.
+    std::chrono::milliseconds showProgressAfter{500};
 };
 
 /// Opens the preview of the protocol of \a document, modal to \a owner.
@@ -31,7 +34,9 @@ void showProtocol(const Dienste &services, Kalibrierung &document, QWidget *owne
 /// Opens the list of exports, modal to \a owner.
 void showExport(const Dienste &services, Kalibrierung &document, QWidget *owner);
 
-/// The platform's file dialog for a spreadsheet.
+/// The platform's file dialog for a spreadsheet. A name chosen as a spreadsheet ends in ".xlsx";
+/// where that makes it the name of a file that is there already, the user is asked before it is
+/// replaced.
 QString chooseSpreadsheet(QWidget *owner, const QString &suggestion);
 
 } // namespace ausgabe

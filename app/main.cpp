@@ -38,6 +38,7 @@ int main(int argc, char **argv)
     std::setlocale(LC_NUMERIC, "C");
     takeFileSizeLimitAsError();
     QApplication::setApplicationName(produkt::name());
+    QGuiApplication::setDesktopFileName(QStringLiteral("kalibrierung-wendral"));
     installGermanTexts(application);
     const QLocale locale = userLocale();
     QLocale::setDefault(locale);

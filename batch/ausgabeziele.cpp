@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QSet>
 
 namespace {
@@ -21,12 +22,15 @@ Ausgabeziele ausgabeziele(const QStringList &inputs, const QString &target, cons
     if (!isFolder)
         return {{}, {target}};
     Ausgabeziele result{target, {}};
-    QSet<QString> taken; // folded, for file systems that don't tell cases apart
+    // Both folded, for file systems that don't tell cases apart.
+    QSet<QString> taken;
+    QHash<QString, int> numbers; // that a name has used up
     for (const QString &input : inputs) {
         const QString base = baseName(input);
         QString name = base;
-        for (int number = 2; taken.contains(name.toCaseFolded()); ++number)
-            name = u"%1 (%2)"_qs.arg(base).arg(number);
+        int &number = numbers[base.toCaseFolded()];
+        while (taken.contains(name.toCaseFolded()))
+            name = u"%1 (%2)"_qs.arg(base).arg(++number + 1);
         taken.insert(name.toCaseFolded());
         result.dateien += QDir(target).filePath(name + suffix);
     }

@@ -66,6 +66,7 @@ public:
 private:
     template <typename Work>
     std::optional<RunTimeError> versuche(Work work);
+    void scheitere(const QString &file, const RunTimeError &error, Dateiergebnis &result) const;
     void schreibeZiele(std::size_t number, Dateiergebnis &result);
     QByteArray bericht(const QString &file);
 
@@ -93,19 +94,27 @@ Dateiergebnis Auswerter::werteAus(std::size_t number)
     const QString &file = m_options.dateien[static_cast<qsizetype>(number)];
     Dateiergebnis result;
     if (const auto error = versuche([&] { m_document.LoadFile(file); })) {
-        result.fehler = errorLine(file, *error);
-        result.gut = false;
-        if (m_options.format == Optionen::Format::Json)
-            result.bericht = jsonFehler(file, *error);
-        else if (m_options.format == Optionen::Format::Csv)
-            result.bericht = csvFehler(file, *error);
+        scheitere(file, *error, result);
         return result;
     }
     m_document.setIsDirty(false);
     // Before the evaluation, whose reading of missing options adds them to the store.
     schreibeZiele(number, result);
-    result.bericht = bericht(file);
+    if (const auto error = versuche([&] { result.bericht = bericht(file); }))
+        scheitere(file, *error, result);
     return result;
+}
+
+// Reports \a error in place of the results of \a file.
+void Auswerter::scheitere(const QString &file, const RunTimeError &error,
+                          Dateiergebnis &result) const
+{
+    result.fehler += errorLine(file, error);
+    result.gut = false;
+    if (m_options.format == Optionen::Format::Json)
+        result.bericht = jsonFehler(file, error);
+    else if (m_options.format == Optionen::Format::Csv)
+        result.bericht = csvFehler(file, error);
 }
 
 void Auswerter::schreibeZiele(std::size_t number, Dateiergebnis &result)

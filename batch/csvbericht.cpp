@@ -24,9 +24,16 @@ QByteArray line(const QStringList &fields)
     return (written.join(u';') + u'\n').toUtf8();
 }
 
+// A spreadsheet program takes a field that begins so for a formula, in quotes as well.
+QString dateifeld(const QString &file)
+{
+    static const QString formulaMarks = u"=+-@\t\r\n"_qs;
+    return !file.isEmpty() && formulaMarks.contains(file.front()) ? u"./"_qs + file : file;
+}
+
 QByteArray resultLine(const QString &file, const QString &group, const Ergebnis &result)
 {
-    return line({file, group, result.schluessel,
+    return line({dateifeld(file), group, result.schluessel,
                  result.wert ? QString::fromLatin1(zahlentext(*result.wert)) : QString(),
                  result.anzeige,
                  result.fehler ? QString::number(result.fehler->number()) : QString(),
@@ -76,7 +83,7 @@ QByteArray csvBericht(const QString &datei, Kalibrierung &document)
 
 QByteArray csvFehler(const QString &datei, const RunTimeError &error)
 {
-    return line({datei,
+    return line({dateifeld(datei),
                  QStringLiteral("datei"),
                  {},
                  {},

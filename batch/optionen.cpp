@@ -190,8 +190,11 @@ QString hilfetext()
            u"  --help                 diese Hilfe\n"
            u"  --version              Programmversion\n"
            u"\n"
-           u"Rückgabewert: 0 alle Dateien gelesen, 1 mindestens eine Datei nicht gelesen, nicht\n"
-           u"gespeichert oder nicht als Tabelle oder Protokoll abgelegt, 2 falscher Aufruf.\n"_qs;
+           u"Rückgabewert: 0 alles gelesen und geschrieben, 1 mindestens eine Datei nicht "
+           u"gelesen,\n"
+           u"nicht ausgewertet, nicht gespeichert oder nicht als Tabelle oder Protokoll abgelegt, "
+           u"oder\n"
+           u"die Ausgabe nicht geschrieben, 2 falscher Aufruf.\n"_qs;
 }
 
 QString versionstext()

@@ -12,7 +12,8 @@ QString shortened(const QString &cell)
     const auto isControl = [](QChar c) { return c.category() == QChar::Other_Control; };
     if (cell.size() <= widestCell && std::none_of(cell.begin(), cell.end(), isControl))
         return cell;
-    QString result = cell.left(widestCell);
+    const bool cutsPair = cell.size() > widestCell && cell[widestCell].isLowSurrogate();
+    QString result = cell.left(cutsPair ? widestCell - 1 : widestCell);
     std::replace_if(result.begin(), result.end(), isControl, u' ');
     return cell.size() > widestCell ? result + u'…' : result;
 }

@@ -20,9 +20,10 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# What no library tells: Qt's German texts, the serif font of the protocol with its measures, and the
-# plug-in that draws the preview's SVG icons.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-translations-l10n, fonts-liberation, libqt6svg6")
+# What no library tells: Qt's German texts; the serif font of the protocol, with its measures; a font for
+# windows (Qt is content with any one, and then shows them in Liberation Mono); and the plug-in that
+# draws the preview's SVG icons.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-translations-l10n, fonts-liberation, fonts-dejavu-core, libqt6svg6")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "kchmviewer | xchm")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

@@ -15,11 +15,15 @@
 namespace {
 
 // Only texts and positions of our own reach the library, so a refusal is a fault of this program.
+// The library's own words are English; its number leads to them.
 void check(lxw_error error)
 {
-    if (error != LXW_NO_ERROR)
-        throw RunTimeError(ErrorNumber::InvalidProcedureCall,
-                           QString::fromUtf8(lxw_strerror(error)));
+    if (error == LXW_NO_ERROR)
+        return;
+    if (error == LXW_ERROR_MEMORY_MALLOC_FAILED)
+        throw RunTimeError(ErrorNumber::OutOfMemory);
+    throw RunTimeError(ErrorNumber::InvalidProcedureCall,
+                       u"ein Inhalt passt nicht in die Tabelle (Kennzahl %1)"_qs.arg(int{error}));
 }
 
 ErrorNumber numberOf(lxw_error error, int systemError)
@@ -107,7 +111,7 @@ void Blatt::achsentitel(lxw_chart_axis *axis, const QString &text)
     // The library takes a text that begins with "=" for the address of a cell.
     const QString title = text.startsWith(u'=') ? u' ' + text : text;
     if (!title.isEmpty())
-        chart_axis_set_name(axis, zellentext(title.left(longest)).constData());
+        chart_axis_set_name(axis, diagrammtext(title, longest).toUtf8().constData());
 }
 
 void Blatt::spaltenbreite(int firstColumn, int lastColumn, double width)
@@ -158,6 +162,8 @@ Arbeitsmappe::Arbeitsmappe(const QString &path, const QDateTime &created)
     QByteArray title = produkt::name().toUtf8();
     lxw_doc_properties properties{};
     properties.title = title.data();
+    // close() converts it with gmtime, whose one result all threads share: who writes on several
+    // threads gives every file the same date, or another one's may stand in the properties.
     properties.created = static_cast<time_t>(created.toSecsSinceEpoch());
     check(workbook_set_properties(m_book.get(), &properties));
 }

@@ -8,14 +8,13 @@
 #include "export/rechenplan.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
 using namespace tabellenplan;
 
 namespace auswertungsspalte {
-enum { bezeichnung, wert = wertspalte, wertung, ausgabe, hinweis, rechenweg = 6 };
+enum { bezeichnung, wert = wertspalte, wertung, ausgabe, hinweis, schritt, rechenweg };
 }
 
 class Auswertungsschreiber
@@ -64,6 +63,7 @@ void Auswertungsschreiber::kopf()
     m_sheet.text(0, auswertungsspalte::wertung, QStringLiteral("Wertung"), head);
     m_sheet.text(0, auswertungsspalte::ausgabe, QStringLiteral("Wert bei der Ausgabe"), head);
     m_sheet.text(0, auswertungsspalte::hinweis, QStringLiteral("Hinweis"), head);
+    m_sheet.text(0, auswertungsspalte::schritt, u"Teilungsschritt der Summe"_qs, head);
     if (!m_plan.gerundet.value_or(false))
         return;
     m_sheet.text(0, auswertungsspalte::rechenweg, QStringLiteral("Nachkommastellen"), head);
@@ -143,7 +143,8 @@ void Auswertungsschreiber::verweis(int row, const QString &caption, const Rechen
                 auswertungsspalte::wert,
                 auswertungsspalte::ausgabe,
                 auswertungsspalte::hinweis,
-                auswertungsspalte::rechenweg};
+                auswertungsspalte::rechenweg,
+                auswertungsspalte::schritt};
     copy.zahlenformat = source.zahlenformat;
     copy.wert = source.wert;
     copy.formel = formeln::geschuetzt({source.wertzelle()}, source.wertzelle());
@@ -218,10 +219,7 @@ void Auswertungsschreiber::urteilszeilen()
 void Auswertungsschreiber::breiten()
 {
     const auto widen = [&](const Rechenzeile &row) {
-        if (row.wert)
-            m_valueWidth = std::max(
-                m_valueWidth,
-                m_document.values().display(-std::abs(*row.wert), row.anzeigestellen).size());
+        m_valueWidth = std::max(m_valueWidth, row.anzeigebreite(m_document.values()));
     };
     for (const auto *rows : {&m_plan.mittelwerte, &m_plan.varianzen, &m_plan.standardabweichungen,
                              &m_plan.kovarianzen, &m_plan.bestimmtheitsmasse})
@@ -238,6 +236,7 @@ void Auswertungsschreiber::breiten()
     m_sheet.spaltenbreite(auswertungsspalte::wertung, auswertungsspalte::wertung, 10);
     m_sheet.spaltenbreite(auswertungsspalte::ausgabe, auswertungsspalte::ausgabe, values);
     m_sheet.spaltenbreite(auswertungsspalte::hinweis, auswertungsspalte::hinweis, 62);
+    m_sheet.spaltenbreite(auswertungsspalte::schritt, auswertungsspalte::schritt, 20);
     if (m_plan.gerundet.value_or(false))
         m_sheet.spaltenbreite(auswertungsspalte::rechenweg, auswertungsspalte::rechenweg + 3, 20);
 }

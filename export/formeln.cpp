@@ -34,6 +34,12 @@ QString text(const QString &text)
     return u'"' + QString(text).replace(u'"', u"\"\""_qs) + u'"';
 }
 
+QString genaueSumme(const QString &terms, const QString &step)
+{
+    // TRUNC, not INT: what remains of a term of either sign is exact then.
+    return u"SUM(SUMPRODUCT(TRUNC(%1/%2))*%2,SUMPRODUCT(%1-TRUNC(%1/%2)*%2))"_qs.arg(terms, step);
+}
+
 QString allesZahlen(const QStringList &cells)
 {
     return u"COUNT(%1)=%2"_qs.arg(cells.join(u',')).arg(cells.size());

@@ -19,6 +19,12 @@ QString text(const QString &text);
 /// the empty text, so that no error ever shows.
 QString geschuetzt(const QStringList &cells, const QString &expression);
 
+/// The sum of \a terms, an expression over ranges, in two parts: multiples of \a step, a cell that
+/// holds a power of two, and what remains. Spreadsheet programs add plainly, and the program does
+/// not; with a step some 2^26 times smaller than the largest term the first part is exact, and the
+/// second one too small for what it loses to matter.
+QString genaueSumme(const QString &terms, const QString &step);
+
 /// "COUNT(a,b)=2": whether every one of \a cells holds a number.
 QString allesZahlen(const QStringList &cells);
 

@@ -52,6 +52,7 @@ private:
     Kalibrierung &m_document;
     const Messwerttabelle &m_table;
     const Rechenplan &m_plan;
+    qsizetype m_valueWidth = 14;
 };
 
 void Geradenschreiber::kopf()
@@ -91,6 +92,8 @@ void Geradenschreiber::richtungen()
         m_sheet.text(line.anstieg.ort.zeile, 0, richtung(line.x, line.y));
         line.anstieg.schreibe(m_sheet);
         line.achsenabschnitt.schreibe(m_sheet);
+        for (const Rechenzeile *result : {&line.anstieg, &line.achsenabschnitt})
+            m_valueWidth = std::max(m_valueWidth, result->anzeigebreite(m_document.values()));
     }
     m_sheet.text(7, 0, u"Das erste Merkmal = Anstieg · zweites Merkmal + Achsenabschnitt."_qs,
                  {.einzug = 1});
@@ -120,6 +123,8 @@ void Geradenschreiber::endpunkte(std::size_t pair)
             isKnown ? *line.anstieg.wert * at + *line.achsenabschnitt.wert : smallest(y);
         if (!std::isfinite(height))
             height = smallest(y);
+        m_valueWidth = std::max({m_valueWidth, merkmalsbreite(m_document, line.y, at),
+                                 merkmalsbreite(m_document, line.x, height)});
         m_sheet.text(row, 0, richtung(line.x, line.y) + (end == 0 ? u": Anfang"_qs : u": Ende"_qs));
         m_sheet.formel(row, 1,
                        end == 0 ? u"MIN(%1)"_qs.arg(x.bereich)
@@ -208,7 +213,8 @@ void Geradenschreiber::schreibe()
     for (std::size_t pair = 0; pair < tabellenpaare.size(); ++pair)
         diagramm(pair);
     m_sheet.spaltenbreite(0, 0, 52);
-    m_sheet.spaltenbreite(1, 4, 16);
+    constexpr double margin = 2.0;
+    m_sheet.spaltenbreite(1, 4, static_cast<double>(m_valueWidth) + margin);
     m_sheet.spaltenbreite(hinweisspalte, hinweisspalte + 1, 62);
     m_sheet.druckbereich(diagrammzeile + 3 * diagrammhoehe, hinweisspalte);
 }

@@ -7,7 +7,9 @@
 
 #include <minizip/unzip.h>
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -17,49 +19,75 @@ struct Close
 };
 using Archiv = std::unique_ptr<void, Close>;
 
-// What can be said of an XML text that runs by in pieces: its root's name, its end, its rows.
+// What can be said of an XML text that runs by in pieces: whether every element that begins ends,
+// too, and how many rows there are. A text that was cut short has elements without an end, whatever
+// was put behind it. The library writes no comments, and ">" in texts and attributes as a
+// reference.
 class Teilpruefung
 {
 public:
-    void take(const QByteArray &piece)
+    void take(QByteArrayView piece)
     {
-        if (m_head.size() < headSize)
-            m_head += piece.left(headSize - m_head.size());
-        // A mark can lie across two pieces.
-        const QByteArray joined = m_tail.right(rowMark.size() - 1) + piece;
-        m_rows += static_cast<int>(joined.count(rowMark));
-        m_tail = (m_tail + piece).right(tailSize);
+        while (!piece.isEmpty()) {
+            const qsizetype end = piece.indexOf(m_inTag ? '>' : '<');
+            const QByteArrayView run = end < 0 ? piece : piece.first(end);
+            if (m_inTag)
+                takeTag(run);
+            piece = piece.sliced(end < 0 ? piece.size() : end + 1);
+            if (end < 0)
+                return;
+            if (m_inTag)
+                endTag();
+            m_inTag = !m_inTag;
+        }
     }
 
     int rows() const { return m_rows; }
-
-    // Whether the root element that the text begins with ends it, too.
-    bool complete() const
-    {
-        const qsizetype declaration = m_head.indexOf("?>");
-        const qsizetype root = m_head.indexOf('<', declaration < 0 ? 0 : declaration);
-        if (root < 0)
-            return false;
-        qsizetype end = root + 1;
-        while (end < m_head.size() && !QByteArrayView(" />\n").contains(m_head[end]))
-            ++end;
-        const QByteArray tail = m_tail.trimmed();
-        return tail.endsWith("</" + m_head.mid(root + 1, end - root - 1) + '>') ||
-               tail.endsWith("/>");
-    }
+    bool complete() const { return m_good && !m_inTag && m_depth == 0 && m_roots == 1; }
 
 private:
-    static constexpr qsizetype headSize = 512;
-    static constexpr qsizetype tailSize = 128;
-    inline static const QByteArray rowMark = "<row ";
+    // Within "<" and ">"; a tag can lie across two pieces.
+    void takeTag(QByteArrayView run)
+    {
+        if (run.isEmpty())
+            return;
+        m_good = m_good && !run.contains('<');
+        if (m_tag.size() < tagSize)
+            m_tag += run.first(std::min(tagSize - m_tag.size(), run.size()));
+        m_last = run.back();
+    }
 
-    QByteArray m_head;
-    QByteArray m_tail;
+    void endTag()
+    {
+        const QByteArray tag = std::exchange(m_tag, {});
+        if (tag.startsWith('?'))
+            return;
+        if (tag.startsWith('/')) {
+            --m_depth;
+            m_good = m_good && m_depth >= 0;
+            return;
+        }
+        if (m_depth == 0)
+            ++m_roots;
+        if (tag == "row" || tag.startsWith("row ") || tag.startsWith("row/"))
+            ++m_rows;
+        if (m_last != '/')
+            ++m_depth;
+    }
+
+    static constexpr qsizetype tagSize = 4; ///< as much of a tag as tells a row
+
+    QByteArray m_tag;
+    char m_last = 0;
+    bool m_inTag = false;
+    bool m_good = true;
+    int m_depth = 0;
+    int m_roots = 0;
     int m_rows = 0;
 };
 
 // False when cancelled.
-bool liesTeil(unzFile file, Teilpruefung &part, const std::function<bool()> &progress)
+bool liesTeil(unzFile file, Teilpruefung &part, const std::function<bool(int)> &progress)
 {
     if (unzOpenCurrentFile(file) != UNZ_OK)
         throw RunTimeError(ErrorNumber::DeviceIo);
@@ -71,8 +99,8 @@ bool liesTeil(unzFile file, Teilpruefung &part, const std::function<bool()> &pro
             throw RunTimeError(ErrorNumber::DeviceIo);
         if (size == 0)
             break;
-        part.take(QByteArray::fromRawData(piece.constData(), size));
-        if (!progress())
+        part.take(QByteArrayView(piece).first(size));
+        if (!progress(size))
             return false;
     }
     if (unzCloseCurrentFile(file) != UNZ_OK) // the check sum
@@ -80,36 +108,67 @@ bool liesTeil(unzFile file, Teilpruefung &part, const std::function<bool()> &pro
     return true;
 }
 
-QString nameOf(unzFile file)
+struct Teil
+{
+    QString name;
+    std::uint64_t size; ///< in bytes, unpacked
+};
+
+Teil currentPart(unzFile file)
 {
     char name[256] = {};
-    if (unzGetCurrentFileInfo64(file, nullptr, name, sizeof name - 1, nullptr, 0, nullptr, 0) !=
+    unz_file_info64 info{};
+    if (unzGetCurrentFileInfo64(file, &info, name, sizeof name - 1, nullptr, 0, nullptr, 0) !=
         UNZ_OK)
         throw RunTimeError(ErrorNumber::DeviceIo);
-    return QString::fromUtf8(name);
+    return {QString::fromUtf8(name), info.uncompressed_size};
+}
+
+// Calls \a visit, which may end the walk with false, for one part after the other.
+bool walk(unzFile file, const std::function<bool(const Teil &)> &visit)
+{
+    int found = unzGoToFirstFile(file);
+    for (; found == UNZ_OK; found = unzGoToNextFile(file)) {
+        if (!visit(currentPart(file)))
+            return false;
+    }
+    if (found != UNZ_END_OF_LIST_OF_FILE)
+        throw RunTimeError(ErrorNumber::DiskFull);
+    return true;
 }
 
 } // namespace
 
 bool pruefeMappe(const QString &path, const std::map<QString, int> &rowsOfSheets,
-                 const std::function<bool()> &progress)
+                 const Prueffortschritt &progress)
 {
     const Archiv archive(unzOpen64(QFile::encodeName(path).constData()));
     if (!archive)
         throw RunTimeError(ErrorNumber::DiskFull);
+    std::uint64_t total = 0;
+    walk(archive.get(), [&total](const Teil &part) {
+        total += part.size;
+        return true;
+    });
+    std::uint64_t read = 0;
     std::size_t sheets = 0;
-    int found = unzGoToFirstFile(archive.get());
-    for (; found == UNZ_OK; found = unzGoToNextFile(archive.get())) {
-        Teilpruefung part;
-        if (!liesTeil(archive.get(), part, progress))
+    const auto check = [&](const Teil &part) {
+        Teilpruefung content;
+        if (!liesTeil(archive.get(), content, [&](int size) {
+                read += static_cast<std::uint64_t>(size);
+                return progress(read, std::max(read, total)); // the file's own sizes may lie
+            }))
             return false;
-        const auto expected = rowsOfSheets.find(nameOf(archive.get()));
-        if (expected != rowsOfSheets.end())
-            ++sheets;
-        if (!part.complete() || (expected != rowsOfSheets.end() && part.rows() != expected->second))
+        const auto expected = rowsOfSheets.find(part.name);
+        const bool isSheet = expected != rowsOfSheets.end();
+        sheets += isSheet ? 1 : 0;
+        if (!content.complete() || (isSheet && content.rows() != expected->second))
             throw RunTimeError(ErrorNumber::DiskFull);
-    }
-    if (found != UNZ_END_OF_LIST_OF_FILE || sheets != rowsOfSheets.size())
+        return true;
+    };
+    if (!walk(archive.get(), check))
+        return false;
+    if (sheets != rowsOfSheets.size())
         throw RunTimeError(ErrorNumber::DiskFull);
     return true;
 }

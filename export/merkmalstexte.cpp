@@ -2,6 +2,9 @@
 
 #include "core/kalibrierung.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace {
 
 Prüfmerkmal &viewOf(Kalibrierung &document, MerkmalEnum merkmal)
@@ -58,4 +61,13 @@ QString merkmalMitEinheit(Kalibrierung &document, MerkmalEnum merkmal)
 QString merkmalsformat(Kalibrierung &document, MerkmalEnum merkmal)
 {
     return orEmpty([&] { return document.MerkmalNumberFormat(merkmal); });
+}
+
+qsizetype merkmalsbreite(Kalibrierung &document, MerkmalEnum merkmal, double size)
+{
+    // One 0 of the pattern stands before the separator; at most 30 stand behind it.
+    const qsizetype decimals = merkmalsformat(document, merkmal).count(u'0') - 1;
+    return document.values()
+        .display(-std::abs(size), static_cast<std::int32_t>(std::max<qsizetype>(decimals, 0)))
+        .size();
 }

@@ -18,3 +18,6 @@ QString merkmalMitEinheit(Kalibrierung &document, MerkmalEnum merkmal);
 /// The number format of a characteristic's values; empty where its decimal places can't be read, so
 /// that all digits show.
 QString merkmalsformat(Kalibrierung &document, MerkmalEnum merkmal);
+
+/// The most characters that a value of this \a size takes in that format, with a sign.
+qsizetype merkmalsbreite(Kalibrierung &document, MerkmalEnum merkmal, double size);

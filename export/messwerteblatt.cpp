@@ -4,6 +4,7 @@
 #include "export/arbeitsmappe.h"
 #include "export/formeln.h"
 #include "export/merkmalstexte.h"
+#include "export/zellentext.h"
 
 #include <algorithm>
 #include <cmath>
@@ -51,13 +52,14 @@ public:
 private:
     Variant value(MerkmalEnum merkmal, int field, int point) const;
     void wert(int row, MerkmalEnum merkmal, int field, int point);
+    void hinweis(int row);
     QString grund(const RunTimeError &error, const Variant &stored) const;
 
     Blatt &m_sheet;
     Kalibrierung &m_document;
     std::array<Zellenstil, 3> m_styles;
     std::array<double, 3> m_largest{};
-    QStringList m_notes; ///< of the row that is being written
+    std::vector<std::pair<MerkmalEnum, QString>> m_notes; ///< of the row that is being written
     qsizetype m_nameWidth = 12;
     qsizetype m_pointWidth = 14;
     qsizetype m_noteWidth = 12;
@@ -92,13 +94,29 @@ void Messwertschreiber::punkt(int field, int point)
     m_notes.clear();
     for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ})
         wert(row, merkmal, field, point);
-    if (!m_notes.isEmpty()) {
-        const QString note = m_notes.join(u"; "_qs);
-        m_sheet.text(row, messwertspalte::hinweis, note, indented);
-        m_noteWidth = std::max(m_noteWidth, note.size());
-    }
+    if (!m_notes.empty())
+        hinweis(row);
     m_nameWidth = std::max(m_nameWidth, name.size());
     m_pointWidth = std::max(m_pointWidth, pointName.size());
+}
+
+// A note disappears as soon as its cell holds a number.
+void Messwertschreiber::hinweis(int row)
+{
+    const QString separator = u"; "_qs;
+    QStringList parts;
+    QStringList texts;
+    for (const auto &[merkmal, text] : m_notes) {
+        const QString cell = formeln::zelle(m_sheet.name(), row, spalteJeMerkmal[merkmal]);
+        parts +=
+            u"IF(%1,\"\",%2)"_qs.arg(formeln::allesZahlen({cell}), formeln::text(separator + text));
+        texts += text;
+    }
+    const QString note = texts.join(separator);
+    m_sheet.formel(row, messwertspalte::hinweis,
+                   u"MID(%1,%2,999)"_qs.arg(parts.join(u'&')).arg(separator.size() + 1), note,
+                   {.einzug = 1});
+    m_noteWidth = std::max(m_noteWidth, note.size());
 }
 
 Variant Messwertschreiber::value(MerkmalEnum merkmal, int field, int point) const
@@ -122,7 +140,7 @@ void Messwertschreiber::wert(int row, MerkmalEnum merkmal, int field, int point)
         m_largest[merkmal] = std::max(m_largest[merkmal], std::abs(number));
     } catch (const RunTimeError &error) {
         sample.luecke = true;
-        m_notes += merkmalsart(merkmal) + u": "_qs + grund(error, stored);
+        m_notes.emplace_back(merkmal, merkmalsart(merkmal) + u": "_qs + grund(error, stored));
     }
 }
 
@@ -135,7 +153,11 @@ QString Messwertschreiber::grund(const RunTimeError &error, const Variant &store
         return error.description();
     if (text->trimmed().isEmpty())
         return QStringLiteral("leer");
-    return u"„%1“: %2"_qs.arg(*text, error.description());
+    // A text in a formula may be 255 characters long and knows no escapes.
+    constexpr qsizetype longest = 100;
+    const QString shown = diagrammtext(*text, longest);
+    return u"„%1“: %2"_qs.arg(shown.size() < text->size() ? shown + u'…' : shown,
+                              error.description());
 }
 
 void Messwertschreiber::breiten()
@@ -147,12 +169,9 @@ void Messwertschreiber::breiten()
     m_sheet.spaltenbreite(messwertspalte::punktname, messwertspalte::punktname,
                           double(m_pointWidth) + margin);
     for (const MerkmalEnum merkmal : {mDirekt, mIndirekt, mZ}) {
-        // As wide as the largest value with the decimals that the format has, at most 30 of them.
-        const qsizetype decimals = m_styles[merkmal].zahlenformat.count(u'0') - 1;
-        const QString widest = m_document.values().display(
-            -m_largest[merkmal], static_cast<std::int32_t>(std::max<qsizetype>(decimals, 0)));
+        const qsizetype widest = merkmalsbreite(m_document, merkmal, m_largest[merkmal]);
         m_sheet.spaltenbreite(spalteJeMerkmal[merkmal], spalteJeMerkmal[merkmal],
-                              double(std::max(widest.size(), narrowestValue)) + margin);
+                              double(std::max(widest, narrowestValue)) + margin);
     }
     m_sheet.spaltenbreite(messwertspalte::hinweis, messwertspalte::hinweis,
                           double(m_noteWidth) + margin);

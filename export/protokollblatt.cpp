@@ -20,11 +20,11 @@ void schreibeProtokolldaten(Blatt &sheet, const Kalibrierung &document)
         if (!key.startsWith(u"Protokoll Verdichtung "_qs))
             return;
         const QString text = basKalibrierungWendral::VarToString(value, document.values());
-        sheet.text(++row, 0, key, wrapped);
-        sheet.text(row, 1, text.left(maximumZellentext), wrapped);
-        for (qsizetype start = maximumZellentext; start < text.size(); start += maximumZellentext) {
-            sheet.text(++row, 0, key + u" (Fortsetzung)"_qs, wrapped);
-            sheet.text(row, 1, text.mid(start, maximumZellentext), wrapped);
+        QString caption = key;
+        for (const QString &piece : zellenstuecke(text)) {
+            sheet.text(++row, 0, caption, wrapped);
+            sheet.text(row, 1, piece, wrapped);
+            caption = key + u" (Fortsetzung)"_qs;
         }
         width = std::max(width, key.size());
     });

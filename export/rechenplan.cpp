@@ -4,6 +4,7 @@
 #include "core/kalibrierung.h"
 #include "core/statistik.h"
 #include "export/formeln.h"
+#include "export/summenschritt.h"
 
 #include <cmath>
 #include <functional>
@@ -35,6 +36,8 @@ struct Einstellung
 struct Rechnung
 {
     QString formel;
+    QString schrittformel; ///< of a sum
+    double schritt = 1.0;
     std::function<double()> programm; ///< the document's own result
     std::function<double()> ungerundet;
     Hindernisse hindernisse;
@@ -100,7 +103,8 @@ Ergebnisort Planer::ortAufAuswertung(int group, int member) const
             .wert = wertspalte,
             .ausgabe = 3,
             .hinweis = 4,
-            .rechenweg = 6};
+            .rechenweg = 6,
+            .schritt = 5};
 }
 
 void Planer::vollende(Rechenzeile &row, const Rechnung &calculation, Stellen places, bool rounds)
@@ -116,6 +120,8 @@ void Planer::vollende(Rechenzeile &row, const Rechnung &calculation, Stellen pla
         return;
     }
     row.formel = calculation.formel;
+    row.schrittformel = calculation.schrittformel;
+    row.schritt = calculation.schritt;
     if (rounds && *m_round.wert)
         row.stellen = digits.wert;
     bool dividedByZero = false;
@@ -135,8 +141,10 @@ void Planer::mittelwert(MerkmalEnum merkmal)
     Rechenzeile &row = m_plan.mittelwerte[merkmal];
     row.ort = ortAufAuswertung(0, merkmal);
     Rechnung calculation;
-    calculation.formel =
-        u"IF(COUNT(%1)=%2,IFERROR(IF(%2=0,0,SUM(%1)/%2),\"\"),\"\")"_qs.arg(sample.bereich, m_n);
+    calculation.formel = u"IF(COUNT(%1)=%2,IFERROR(IF(%2=0,0,%3/%2),\"\"),\"\")"_qs.arg(
+        sample.bereich, m_n, formeln::genaueSumme(sample.bereich, row.schrittzelle()));
+    calculation.schrittformel = schrittformel({u"MAX(MAX(%1),-MIN(%1))"_qs.arg(sample.bereich)});
+    calculation.schritt = schritt({abstand(sample, 0.0)});
     calculation.programm = [&] { return m_document.StatistikMittelwert(merkmal); };
     calculation.ungerundet = [&] {
         if (sample.luecke)
@@ -162,8 +170,14 @@ void Planer::varianz(MerkmalEnum merkmal)
     row.ort = ortAufAuswertung(1, merkmal);
     Rechnung calculation;
     calculation.formel = formeln::geschuetzt(
-        {mean.wertzelle()}, durchFreiheitsgrade(u"SUMPRODUCT((%1-%2)*(%1-%2))"_qs.arg(
-                                sample.bereich, mean.wertzelle())));
+        {mean.wertzelle()},
+        durchFreiheitsgrade(formeln::genaueSumme(
+            abweichungsprodukte(sample, mean.wertzelle(), sample, mean.wertzelle()),
+            row.schrittzelle())));
+    const QString size = abstandsformel(sample, mean.wertzelle());
+    calculation.schrittformel = schrittformel({size, size});
+    if (mean.wert)
+        calculation.schritt = schritt({abstand(sample, *mean.wert), abstand(sample, *mean.wert)});
     calculation.programm = [&] { return m_document.StatistikVarianz(merkmal); };
     calculation.ungerundet = [&] {
         return mean.wert ? durchFreiheitsgrade(statistik::sumOfSquares(sample.werte, *mean.wert))
@@ -199,8 +213,14 @@ void Planer::kovarianz(std::size_t pair)
     Rechnung calculation;
     calculation.formel = formeln::geschuetzt(
         {meanX.wertzelle(), meanY.wertzelle()},
-        durchFreiheitsgrade(u"SUMPRODUCT((%1-%2)*(%3-%4))"_qs.arg(
-            sampleX.bereich, meanX.wertzelle(), sampleY.bereich, meanY.wertzelle())));
+        durchFreiheitsgrade(formeln::genaueSumme(
+            abweichungsprodukte(sampleX, meanX.wertzelle(), sampleY, meanY.wertzelle()),
+            row.schrittzelle())));
+    calculation.schrittformel = schrittformel(
+        {abstandsformel(sampleX, meanX.wertzelle()), abstandsformel(sampleY, meanY.wertzelle())});
+    if (meanX.wert && meanY.wert)
+        calculation.schritt =
+            schritt({abstand(sampleX, *meanX.wert), abstand(sampleY, *meanY.wert)});
     calculation.programm = [this, x = x, y = y] { return m_document.StatistikKovarianz(x, y); };
     calculation.ungerundet = [&] {
         return meanX.wert && meanY.wert

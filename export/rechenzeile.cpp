@@ -1,5 +1,6 @@
 #include "export/rechenzeile.h"
 
+#include "core/values.h"
 #include "export/arbeitsmappe.h"
 #include "export/formeln.h"
 
@@ -47,6 +48,16 @@ QString Rechenzeile::hinweiszelle() const
     return formeln::zelle(ort.blatt, ort.zeile, ort.hinweis);
 }
 
+QString Rechenzeile::schrittzelle() const
+{
+    return formeln::zelle(ort.blatt, ort.zeile, ort.schritt);
+}
+
+qsizetype Rechenzeile::anzeigebreite(const Values &values) const
+{
+    return wert ? values.display(-std::abs(*wert), anzeigestellen).size() : 0;
+}
+
 QString Rechenzeile::rechenzelle(int number) const
 {
     return formeln::zelle(ort.blatt, ort.zeile, ort.rechenweg + number);
@@ -72,6 +83,8 @@ void Rechenzeile::schreibe(Blatt &sheet) const
     }
     if (wert)
         sheet.zahl(ort.zeile, ort.ausgabe, *wert, number);
+    if (!schrittformel.isEmpty())
+        sheet.formel(ort.zeile, ort.schritt, schrittformel, schritt);
     sheet.formel(ort.zeile, ort.hinweis, hinweisformel, hinweis, note);
 }
 

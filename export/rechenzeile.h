@@ -6,9 +6,10 @@
 #include <vector>
 
 class Blatt;
+class Values;
 
 /// Where the cells of one result lie: all in one row of one sheet. The four columns from
-/// \a rechenweg on show how it is rounded.
+/// \a rechenweg on show how it is rounded; \a schritt is used by sums only.
 struct Ergebnisort
 {
     QString blatt;
@@ -17,6 +18,7 @@ struct Ergebnisort
     int ausgabe = 0;
     int hinweis = 0;
     int rechenweg = 0;
+    int schritt = 0;
 };
 
 /// One result as the spreadsheet computes it: a formula, the value that it has now, and why there
@@ -32,6 +34,10 @@ struct Rechenzeile
     std::optional<double> ungerundet;
     /// The formula of the value before it is rounded; gives the empty text where there is none.
     QString formel;
+    /// Where the result is a sum: the formula of the step of which its terms are multiples but for
+    /// small remainders, and the step now.
+    QString schrittformel;
+    double schritt = 1.0;
     /// The places to round to; empty where the result is not rounded.
     std::optional<int> stellen;
 
@@ -43,6 +49,10 @@ struct Rechenzeile
 
     QString wertzelle() const;
     QString hinweiszelle() const;
+    QString schrittzelle() const;
+
+    /// The most characters that the formatted value takes, with a sign that may come.
+    qsizetype anzeigebreite(const Values &values) const;
 
     /// Writes the result's cells into \a sheet, which is that of \a ort.
     void schreibe(Blatt &sheet) const;

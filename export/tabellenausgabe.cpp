@@ -11,7 +11,9 @@
 #include "export/protokollblatt.h"
 #include "export/rechenplan.h"
 
-#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <future>
 #include <numeric>
 #include <vector>
 
@@ -20,6 +22,7 @@ namespace {
 // Measured shares of a large document's time.
 constexpr int rowsDone = 60;
 constexpr int packed = 90;
+constexpr int checked = 99;
 constexpr int complete = 100;
 
 // Reading a key that the document does not have adds it; afterwards such keys are taken out again.
@@ -58,6 +61,8 @@ public:
 private:
     bool report(int percent);
     bool fuelle(Arbeitsmappe &book);
+    void packe(Arbeitsmappe &book);
+    bool pruefe(const QString &path);
 
     Kalibrierung &m_document;
     std::vector<int> m_points;
@@ -99,6 +104,32 @@ bool Ausgabe::fuelle(Arbeitsmappe &book)
     return true;
 }
 
+// The library packs in one call. Whoever watches is asked and told meanwhile, so that a window
+// stays alive; what is cancelled then ends with the packing.
+void Ausgabe::packe(Arbeitsmappe &book)
+{
+    if (!m_progress) {
+        book.close();
+        return;
+    }
+    constexpr std::chrono::milliseconds betweenReports(50);
+    // On a thread of its own, or in get() where the system gives none.
+    std::future<void> packing = std::async([&book] {
+        const CNumericLocale withPoint;
+        book.close();
+    });
+    while (packing.wait_for(betweenReports) == std::future_status::timeout)
+        report(rowsDone);
+    packing.get();
+}
+
+bool Ausgabe::pruefe(const QString &path)
+{
+    return pruefeMappe(path, m_rowsOfSheets, [this](std::uint64_t read, std::uint64_t total) {
+        return report(packed + static_cast<int>(read * (checked - packed) / total));
+    });
+}
+
 bool Ausgabe::schreibe(const QString &target, const QDateTime &created)
 {
     AtomicFile file(target);
@@ -106,9 +137,8 @@ bool Ausgabe::schreibe(const QString &target, const QDateTime &created)
     Arbeitsmappe book(file.temporaryPath(), created);
     if (!fuelle(book) || !report(rowsDone))
         return false;
-    book.close();
-    if (!report(packed) ||
-        !pruefeMappe(file.temporaryPath(), m_rowsOfSheets, [this] { return report(packed); }))
+    packe(book);
+    if (!report(packed) || !pruefe(file.temporaryPath()))
         return false;
     file.commit();
     report(complete);

@@ -7,7 +7,8 @@
 
 class Kalibrierung;
 
-/// Told how much is done, in percent and never less than before; false cancels.
+/// Told how much is done, in percent and never less than before; false cancels. Called on the
+/// thread that writes.
 using Tabellenfortschritt = std::function<bool(int prozent)>;
 
 /// Writes \a document as a spreadsheet (.xlsx) to \a target: measured values, evaluation as live

@@ -3,6 +3,7 @@
 #include "grid/tabtext.h"
 
 #include <QComboBox>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 
 #include <algorithm>
@@ -101,13 +102,16 @@ void CellEditor::setText(const QString &text)
 {
     m_openedWith = text;
     m_chosen = false;
+    m_composition.reset();
     if (combo()) {
         combo()->setCurrentIndex(-1);
         m_openedIndex = closestEntry(entriesOf(*combo()), text);
         combo()->setCurrentIndex(m_openedIndex);
-    } else if (line() && line()->text() != text) {
-        line()->setText(text);
     }
+    QLineEdit *field = typingField();
+    if (field && field->text() != text)
+        field->setText(text);
+    m_shown = field ? field->text() : QString();
 }
 
 void CellEditor::selectAll()
@@ -127,8 +131,17 @@ void CellEditor::caretToEnd()
 void CellEditor::replaceByTyping(const QString &text)
 {
     if (QLineEdit *field = typingField()) {
-        field->clear();
+        // In two steps, for over a text that it would not take itself a validator refuses nothing.
+        const QString before = field->text();
+        field->selectAll();
+        field->insert(QString());
+        const QString emptied = field->text();
+        field->selectAll();
         field->insert(text);
+        if (!text.isEmpty() && field->text() == emptied) {
+            field->setText(before);
+            field->selectAll();
+        }
     } else if (combo()) {
         // A character that begins no entry chooses none, and the cell keeps its text.
         const int entry = text.isEmpty() ? -1 : combo()->findText(text, Qt::MatchStartsWith);
@@ -140,16 +153,50 @@ void CellEditor::replaceByTyping(const QString &text)
 
 QString CellEditor::text(bool confirmed) const
 {
-    // A text of several lines that nobody changed stays as it is; what was pasted into the editor
-    // is cleaned like any other paste.
-    if (line())
-        return line()->text() == m_openedWith ? m_openedWith : tabtext::typed(line()->text());
+    // A text of several lines, or longer than the editor takes, stays as it is unless somebody
+    // changed it; what was pasted into the editor is cleaned like any other paste.
+    if (typingField())
+        return typedText() == m_shown ? m_openedWith : tabtext::typed(typedText());
     if (!combo())
         return {};
     const QString shown = m_openedIndex < 0 ? QString() : combo()->itemText(m_openedIndex);
     const bool untouched =
         !m_chosen && combo()->currentIndex() == m_openedIndex && combo()->currentText() == shown;
     return untouched && (m_openedIndex < 0 || !confirmed) ? m_openedWith : combo()->currentText();
+}
+
+QString CellEditor::Composition::rest() const
+{
+    return QString(text).remove(selectionStart, selectionLength);
+}
+
+CellEditor::Composition CellEditor::composition() const
+{
+    const QLineEdit *field = typingField();
+    if (m_composition || !field)
+        return m_composition.value_or(Composition());
+    return {field->text(), std::max(field->selectionStart(), 0), field->selectionLength()};
+}
+
+void CellEditor::composed(const QInputMethodEvent &event, const Composition &before)
+{
+    m_composition.reset();
+    QLineEdit *field = typingField();
+    if (!field)
+        return;
+    if (!event.preeditString().isEmpty()) {
+        m_composition = before;
+        m_composition->begun = true;
+    } else if (before.begun && field->text() == before.rest()) {
+        field->setText(before.text);
+        field->setSelection(int(before.selectionStart), int(before.selectionLength));
+    }
+}
+
+QString CellEditor::typedText() const
+{
+    const QString text = typingField()->text();
+    return m_composition && text == m_composition->rest() ? m_composition->text : text;
 }
 
 void CellEditor::setColors(std::optional<QColor> back, std::optional<QColor> text)

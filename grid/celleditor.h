@@ -7,6 +7,7 @@
 #include <optional>
 
 class QComboBox;
+class QInputMethodEvent;
 class QLineEdit;
 class QWidget;
 
@@ -39,11 +40,28 @@ public:
     void setText(const QString &text);
     void selectAll();
     void caretToEnd();
-    /// Puts \a text in the place of all, as if typed: a validator may refuse it, and a list without
-    /// a line edit goes to the first entry that begins with it.
+    /// Puts \a text in the place of all, as if typed. A text that the editor does not take, or that
+    /// begins no entry of a list without a line edit, leaves all as it was.
     void replaceByTyping(const QString &text);
-    /// What a commit writes. A list that can't show a text, or shows another one that nobody has
-    /// confirmed, gives back the text that it was opened with as long as nothing is chosen.
+    /// Whether texts can be typed into it; a list can only be chosen from.
+    bool isTyped() const { return typingField() != nullptr; }
+
+    /// What the line edit held before an input method began to compose.
+    struct Composition
+    {
+        QString text;
+        qsizetype selectionStart = -1;
+        qsizetype selectionLength = 0;
+        bool begun = false; ///< something is being composed, and the selected text is gone
+
+        QString rest() const;
+    };
+    /// Before an event of the input method: what it can be taken back to.
+    Composition composition() const;
+    /// After the event: a composition that came to nothing brings back the text that it replaced.
+    void composed(const QInputMethodEvent &event, const Composition &before);
+    /// What a commit writes: the text that it was opened with as long as nobody changed what is
+    /// shown. A list that shows another entry than that text counts as changed by confirming it.
     QString text(bool confirmed) const;
 
     void setColors(std::optional<QColor> back, std::optional<QColor> text);
@@ -54,8 +72,12 @@ private:
     QComboBox *combo() const;
     QLineEdit *typingField() const;
 
+    QString typedText() const;
+
     QPointer<QWidget> m_widget;
     QString m_openedWith;
+    QString m_shown; ///< what the line edit made of that
+    std::optional<Composition> m_composition;
     int m_openedIndex = -1;
     bool m_chosen = false; ///< the user has picked an entry
     QMetaObject::Connection m_choosing;

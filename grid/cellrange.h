@@ -12,6 +12,8 @@ struct CellRange
 
     int rowCount() const { return lastRow - firstRow + 1; }
     int colCount() const { return lastCol - firstCol + 1; }
+    /// Given bounds can leave nothing of a range.
+    bool isEmpty() const { return rowCount() < 1 || colCount() < 1; }
     bool operator==(const CellRange &) const = default;
 };
 

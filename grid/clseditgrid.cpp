@@ -22,6 +22,13 @@ bool endsAnEdit(int key)
 
 } // namespace
 
+clsEditGrid::Attachment::Attachment(const clsEditGrid &edit) : m_edit(&edit), m_grid(edit.m_grid) {}
+
+clsEditGrid::Attachment::operator bool() const
+{
+    return m_edit && m_grid && m_edit->m_grid == m_grid;
+}
+
 clsEditGrid::clsEditGrid(QObject *parent) : clsEditGrid(GridEnvironment::system(), parent) {}
 
 clsEditGrid::clsEditGrid(GridEnvironment environment, QObject *parent)
@@ -77,7 +84,10 @@ void clsEditGrid::setMSFlexGrid(GridControl *grid)
 {
     if (grid == m_grid)
         return;
+    const QPointer<clsEditGrid> self(this);
     abandonEdit();
+    if (!self)
+        return;
     if (m_grid) {
         disconnect(m_grid, nullptr, this, nullptr);
         m_grid->setCurrentCellColors({}, {});
@@ -212,11 +222,26 @@ void clsEditGrid::gridTextComposed(QInputMethodEvent *event)
     const QPointer<clsEditGrid> self(this);
     const QPointer<QWidget> editor = m_editor.widget();
     const std::unique_ptr<QInputMethodEvent> forEditor(event->clone());
-    beginEdit({false, QString()});
+    // What is composed takes the place of the selected text, and only once there is something.
+    beginEdit({true, std::nullopt});
     if (!self || !m_editing || !editor)
         return;
-    QWidget *field = editor->focusProxy() ? editor->focusProxy() : editor.data();
-    QCoreApplication::sendEvent(field, forEditor.get());
+    if (m_editor.isTyped())
+        QCoreApplication::sendEvent(editor, forEditor.get());
+    else if (!forEditor->commitString().isEmpty())
+        m_editor.replaceByTyping(forEditor->commitString());
+}
+
+void clsEditGrid::editorComposes(QObject *field, QInputMethodEvent &event)
+{
+    const QPointer<clsEditGrid> self(this);
+    m_grid->ensureVisible(m_edit->row.row(), m_edit->col);
+    if (!self)
+        return;
+    const CellEditor::Composition before = m_editor.composition();
+    field->event(&event);
+    if (self)
+        m_editor.composed(event, before);
 }
 
 bool clsEditGrid::eventFilter(QObject *watched, QEvent *event)
@@ -231,6 +256,9 @@ bool clsEditGrid::eventFilter(QObject *watched, QEvent *event)
             return true;
         }
         break;
+    case QEvent::InputMethod:
+        editorComposes(watched, *static_cast<QInputMethodEvent *>(event));
+        return true;
     case QEvent::KeyPress:
         if (editorKeyPressed(*static_cast<QKeyEvent *>(event)))
             return true;

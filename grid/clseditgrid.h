@@ -181,10 +181,23 @@ private:
         std::optional<double> stamp; ///< seconds since midnight; none once the edit has ended
     };
     struct OverPaste;
+    /// Taken before foreign code runs, which may delete or detach anything: true as long as the
+    /// controller is still there and attached to the same grid.
+    class Attachment
+    {
+    public:
+        explicit Attachment(const clsEditGrid &edit);
+        explicit operator bool() const;
+
+    private:
+        QPointer<const clsEditGrid> m_edit;
+        QPointer<GridControl> m_grid;
+    };
     /// What ends an edit decides where the current cell and the focus go.
     enum class Leaving { Commit, FocusLoss, TabForward, TabBackward };
 
     void beginEdit(const GridOpening &opening);
+    void commitInPlace();
     bool canBeginEdit() const;
     bool mayOpen(QString &text);
     void showEditor(const QString &text, const GridOpening &opening);
@@ -207,10 +220,12 @@ private:
     bool rowOrClearKey(const QKeyEvent &event);
     bool clipboardKey(const QKeyEvent &event);
     void gridTextComposed(QInputMethodEvent *event);
+    void editorComposes(QObject *field, QInputMethodEvent &event);
     bool editorKeyPressed(const QKeyEvent &event);
     void editorLeft(const QEvent &event);
     CellRange copiedRange(std::optional<int> startCol, std::optional<int> startRow,
                           std::optional<int> endCol, std::optional<int> endRow) const;
+    bool removeOffered(RowTracker &rows);
     bool pasteLine(OverPaste &paste, bool fits);
     bool pasteCell(RowTracker &rows, int col, const QString &text);
     void clear(const CellRange &range);

@@ -29,7 +29,7 @@ void clsEditGrid::ClipboardCopy(std::optional<int> StartCol, std::optional<int> 
     if (!m_grid)
         return;
     const CellRange range = copiedRange(StartCol, StartRow, EndCol, EndRow);
-    if (range.rowCount() < 1 || range.colCount() < 1)
+    if (range.isEmpty())
         return;
     m_environment.setClipboardText(
         m_grid->rangeText(range, QStringLiteral("\t"), QStringLiteral("\r\n")));
@@ -42,6 +42,8 @@ void clsEditGrid::ClipboardCut(std::optional<int> StartCol, std::optional<int> S
         return;
     // Exactly what was copied goes, never more.
     const CellRange range = copiedRange(StartCol, StartRow, EndCol, EndRow);
+    if (range.isEmpty())
+        return;
     ClipboardCopy(StartCol, StartRow, EndCol, EndRow);
     if (!m_wholeLine)
         clear(range);
@@ -55,15 +57,19 @@ void clsEditGrid::ClipboardPaste()
 {
     if (!m_grid)
         return;
+    const Attachment attached(*this);
     const int row = std::max(m_grid->selection().firstRow, m_grid->fixedRows());
     if (m_wholeLine)
         m_grid->setCol(m_grid->fixedCols());
+    if (!attached)
+        return;
     const QString indent(m_grid->selection().firstCol, u'\t');
     QList<QStringList> rows;
     for (const QString &line : tabtext::lines(m_environment.clipboardText()))
         rows.append((indent + line).split(u'\t'));
     m_grid->insertRows(row, rows);
-    m_grid->refresh();
+    if (attached)
+        m_grid->refresh();
 }
 
 /// A paste over cells under way: where it is, and what has become of its cells so far.
@@ -81,9 +87,10 @@ struct clsEditGrid::OverPaste
 void clsEditGrid::ClipboardPasteOver()
 {
     const QPointer<clsEditGrid> self(this);
-    EndEdit(false);
+    commitInPlace();
     if (!self || !m_grid || !m_active || m_busy)
         return;
+    const Attachment attached(*this);
     const CellRange range = m_grid->selection();
     OverPaste paste{tabtext::CellReader(m_environment.clipboardText()),
                     {*m_grid->model(), range.firstRow, m_grid->rows() - 1},
@@ -100,28 +107,29 @@ void clsEditGrid::ClipboardPasteOver()
             fits = fits && paste.rows.next();
         } while (paste.clipboard.nextRow());
     }
-    m_grid->setCursorCells(paste.written);
-    emit ProcessReady();
-    if (self)
+    if (attached)
+        m_grid->setCursorCells(paste.written);
+    if (attached)
+        emit ProcessReady();
+    if (attached)
         emit CellsPasted(paste.pasted, paste.vetoed, paste.leftOut);
 }
 
 bool clsEditGrid::pasteLine(OverPaste &paste, bool fits)
 {
-    const QPointer<clsEditGrid> self(this);
-    GridControl *const grid = m_grid;
+    const Attachment attached(*this);
     int col = paste.firstCol;
     for (; const std::optional<QString> text = paste.clipboard.nextCell(); ++col) {
         const int row = paste.rows.row();
-        if (!fits || !paste.rows.isThere() || !grid->model()->contains(row, col) ||
-            grid->isFixed(row, col)) {
+        if (!fits || !paste.rows.isThere() || !m_grid->model()->contains(row, col) ||
+            m_grid->isFixed(row, col)) {
             ++paste.leftOut;
             continue;
         }
         paste.written.rowSel = std::max(paste.written.rowSel, row);
         paste.written.colSel = std::max(paste.written.colSel, col);
         const bool written = pasteCell(paste.rows, col, *text);
-        if (!self || m_grid != grid)
+        if (!attached)
             return false;
         ++(written ? paste.pasted : paste.vetoed);
     }
@@ -131,15 +139,16 @@ bool clsEditGrid::pasteLine(OverPaste &paste, bool fits)
 bool clsEditGrid::pasteCell(RowTracker &rows, int col, const QString &text)
 {
     const QPointer<clsEditGrid> self(this);
+    const Attachment attached(*this);
     QString opened = m_grid->textMatrix(rows.row(), col);
     bool cancel = false;
     m_busy = true;
     emit BeforeCellEdit(rows.row(), col, opened, cancel);
-    if (self && m_grid && !cancel && rows.isThere()) {
+    if (attached && !cancel && rows.isThere()) {
         QString newText =
             m_formatString.isEmpty() ? text : m_environment.format(text, m_formatString);
         emit AfterCellEdit(rows.row(), col, newText, cancel);
-        if (self && m_grid && !cancel && rows.isThere())
+        if (attached && !cancel && rows.isThere())
             m_grid->setTextMatrix(rows.row(), col, newText);
     }
     if (!self)

@@ -86,16 +86,17 @@ void clsEditGrid::Refresh()
 
 void clsEditGrid::RowsAdd(int BeforeRow, int Count)
 {
-    const QPointer<clsEditGrid> self(this);
-    for (int i = 0; i < Count && self && m_grid; ++i) {
+    const Attachment attached(*this);
+    for (int i = 0; i < Count && attached; ++i) {
         if (BeforeRow < m_grid->fixedRows() || BeforeRow > m_grid->rows())
             return;
         bool cancel = false;
         emit BeforeRowAdd(BeforeRow, cancel);
-        if (!self || !m_grid || cancel || BeforeRow > m_grid->rows())
+        if (!attached || cancel || BeforeRow > m_grid->rows())
             continue;
         m_grid->insertRows(BeforeRow, {QStringList()});
-        emit RowAdd(BeforeRow);
+        if (attached)
+            emit RowAdd(BeforeRow);
     }
 }
 
@@ -103,40 +104,48 @@ void clsEditGrid::RowsDel(int StartRow, int EndRow)
 {
     if (!m_grid)
         return;
-    const QPointer<clsEditGrid> self(this);
     const RedrawHold hold(m_grid);
-    int row = StartRow;
-    for (int i = StartRow; i <= EndRow && self && m_grid; ++i) {
-        if (row >= m_grid->rows())
+    RowTracker rows(*m_grid->model(), StartRow, EndRow);
+    // Counted as well, for a handler could lengthen the run for ever.
+    for (int round = StartRow; round <= EndRow; ++round) {
+        if (rows.row() >= m_grid->rows() || !removeOffered(rows) || !rows.next())
             return;
-        if (m_grid->rows() <= m_grid->fixedRows() + 1)
-            continue;
-        if (row < m_grid->fixedRows()) {
-            ++row;
-            continue;
-        }
-        bool cancel = false;
-        emit BeforeRowRemove(row, cancel);
-        if (!self || !m_grid)
-            return;
-        // The handler may have removed rows itself, down to the last one.
-        if (cancel || row >= m_grid->rows() || m_grid->rows() <= m_grid->fixedRows() + 1) {
-            ++row;
-            continue;
-        }
-        m_grid->removeItem(row);
-        emit RowRemove(row);
     }
+}
+
+/// Offers the row that \a rows stands on and removes it unless vetoed. False when there is no grid
+/// to go on with.
+bool clsEditGrid::removeOffered(RowTracker &rows)
+{
+    const auto mayGo = [&] {
+        return rows.isThere() && rows.row() >= m_grid->fixedRows() &&
+               m_grid->rows() > m_grid->fixedRows() + 1;
+    };
+    if (!mayGo())
+        return true;
+    const Attachment attached(*this);
+    bool cancel = false;
+    emit BeforeRowRemove(rows.row(), cancel);
+    if (!attached)
+        return false;
+    // The handler may have moved or removed rows itself, down to the last one.
+    if (cancel || !mayGo())
+        return true;
+    const int row = rows.row();
+    m_grid->removeItem(row);
+    if (attached)
+        emit RowRemove(row);
+    return bool(attached);
 }
 
 void clsEditGrid::SelRowsDel()
 {
     if (!m_grid)
         return;
-    const QPointer<clsEditGrid> self(this);
+    const Attachment attached(*this);
     const CellRange range = m_grid->selection();
     RowsDel(range.firstRow, range.lastRow);
-    if (self && m_grid && m_grid->row() > m_grid->rows() - 1)
+    if (attached && m_grid->row() > m_grid->rows() - 1)
         m_grid->setRow(m_grid->rows() - 1);
 }
 
@@ -148,21 +157,18 @@ void clsEditGrid::SelClear()
 
 void clsEditGrid::clear(const CellRange &range)
 {
-    const QPointer<clsEditGrid> self(this);
-    GridControl *const grid = m_grid;
+    const Attachment attached(*this);
     const RedrawHold hold(m_grid);
     RowTracker rows(*m_grid->model(), range.firstRow, range.lastRow);
     do {
-        for (int col = range.firstCol; col <= range.lastCol; ++col) {
-            if (!self || m_grid != grid)
-                return;
-            if (!rows.isThere() || !grid->model()->contains(rows.row(), col) ||
-                grid->isFixed(rows.row(), col))
+        for (int col = range.firstCol; col <= range.lastCol && attached; ++col) {
+            if (!rows.isThere() || !m_grid->model()->contains(rows.row(), col) ||
+                m_grid->isFixed(rows.row(), col))
                 continue;
-            grid->setTextMatrix(rows.row(), col, QString());
+            m_grid->setTextMatrix(rows.row(), col, QString());
             emit CellClear(rows.row(), col);
         }
-    } while (self && m_grid == grid && rows.next());
+    } while (attached && rows.next());
 }
 
 bool clsEditGrid::PrintToPrinter(QPaintDevice *Printer, bool AssingToOnePage,

@@ -30,7 +30,7 @@ void clsEditGrid::beginEdit(const GridOpening &opening)
         m_edit->col == m_grid->col())
         return;
     // Another cell has become current without the editor losing the focus: its text is kept there.
-    endEdit(false, Leaving::FocusLoss);
+    commitInPlace();
     if (!self || !canBeginEdit())
         return;
     QString text = m_grid->textMatrix(m_grid->row(), m_grid->col());
@@ -48,9 +48,22 @@ void clsEditGrid::beginEdit(const GridOpening &opening)
     showEditor(text, opening);
 }
 
+/// Commits an open edit as a loss of the focus does; the current cell stays.
+void clsEditGrid::commitInPlace()
+{
+    const QPointer<clsEditGrid> self(this);
+    // The grid takes the focus before the editor is hidden, or the next control of the page would
+    // get it.
+    if (m_editing && m_grid && m_editor.isPartOfIt(m_grid->window()->focusWidget()))
+        m_grid->setFocus();
+    if (self)
+        endEdit(false, Leaving::FocusLoss);
+}
+
 bool clsEditGrid::mayOpen(QString &text)
 {
     const QPointer<clsEditGrid> self(this);
+    const Attachment attached(*this);
     const int row = m_grid->row();
     const int col = m_grid->col();
     const RowTracker here(*m_grid->model(), row, row);
@@ -62,14 +75,17 @@ bool clsEditGrid::mayOpen(QString &text)
     m_busy = false;
     // Text belongs to the cell that was asked about; a handler that made another one current, or
     // moved the rows, stops the edit.
-    return !cancel && canBeginEdit() && m_grid->row() == row && m_grid->col() == col &&
+    return !cancel && attached && canBeginEdit() && m_grid->row() == row && m_grid->col() == col &&
            here.isThere() && here.row() == row;
 }
 
 void clsEditGrid::showEditor(const QString &text, const GridOpening &opening)
 {
     const QPointer<QWidget> widget = m_editor.widget();
+    const Attachment attached(*this);
     m_grid->ensureVisible(m_grid->row(), m_grid->col());
+    if (!attached || !widget)
+        return;
     m_editor.prepare(this, m_grid->colAlignment(m_grid->col()));
     m_editor.setColors(m_focusBack, m_focusText);
     placeEditor();
@@ -80,7 +96,7 @@ void clsEditGrid::showEditor(const QString &text, const GridOpening &opening)
     widget->show();
     widget->raise();
     widget->setFocus();
-    if (!widget || !m_edit || m_editor.widget() != widget)
+    if (!attached || !widget || !m_edit || m_editor.widget() != widget)
         return;
     m_editor.setText(text);
     if (opening.typed)
@@ -96,12 +112,15 @@ void clsEditGrid::placeEditor()
 {
     if (!m_edit || !m_grid || !m_editor || !m_edit->stamp)
         return;
-    if (!m_edit->row.isThere()) {
+    const auto isGone = [this] {
+        return !m_edit->row.isThere() || !m_grid->model()->contains(m_edit->row.row(), m_edit->col);
+    };
+    if (isGone()) {
         // Later, for this may be in the middle of the row's removal.
         QMetaObject::invokeMethod(
             this,
-            [this] {
-                if (m_edit && !m_edit->row.isThere())
+            [this, isGone] {
+                if (m_edit && m_grid && isGone())
                     EndEdit(true);
             },
             Qt::QueuedConnection);
@@ -128,9 +147,10 @@ void clsEditGrid::endEdit(bool cancel, Leaving leaving)
     // Enter hides the editor, whose loss of the focus comes in here again: the first one counts.
     m_edit->stamp.reset();
     const QPointer<clsEditGrid> self(this);
+    const Attachment attached(*this);
     if (!cancel && m_editor.widget() && m_editor.widget()->hasFocus())
         QGuiApplication::inputMethod()->commit();
-    if (!self || !m_edit)
+    if (!attached || !m_edit)
         return;
     m_editing = false;
     m_busy = true;
@@ -142,45 +162,51 @@ void clsEditGrid::endEdit(bool cancel, Leaving leaving)
     if (!self)
         return;
     m_busy = false;
-    if (m_grid)
+    if (attached)
         emit ProcessReady();
 }
 
 void clsEditGrid::discard()
 {
+    const Attachment attached(*this);
     closeEditor(true);
-    m_grid->refresh();
-    emit CancelCellEdit(m_grid->row(), m_grid->col());
+    if (attached)
+        m_grid->refresh();
+    if (attached)
+        emit CancelCellEdit(m_grid->row(), m_grid->col());
 }
 
 void clsEditGrid::commit(OpenEdit &edit, Leaving leaving)
 {
-    const QPointer<clsEditGrid> self(this);
+    const Attachment attached(*this);
     const bool byFocusLoss = leaving == Leaving::FocusLoss;
     const QString typed = m_editor.text(!byFocusLoss);
     const QString text =
         m_formatString.isEmpty() ? typed : m_environment.format(typed, m_formatString);
     closeEditor(!byFocusLoss);
-    writeCommitted(edit, text);
-    if (!self || !m_grid)
-        return;
-    m_grid->refresh();
-    if (m_autoRowAdd && m_grid->row() > m_grid->rows() - 2)
+    if (attached)
+        writeCommitted(edit, text);
+    if (attached)
+        m_grid->refresh();
+    if (attached && m_autoRowAdd && m_grid->row() > m_grid->rows() - 2)
         appendRow();
-    if (self && m_grid)
+    if (attached)
         moveOn(leaving);
 }
 
 void clsEditGrid::closeEditor(bool focusToGrid)
 {
-    QWidget *widget = m_editor.widget();
+    const QPointer<clsEditGrid> self(this);
+    const QPointer<QWidget> widget = m_editor.widget();
     if (!widget)
         return;
     // Before hiding: a hidden editor would hand the focus to the next control of the page.
     if (focusToGrid && m_grid)
         m_grid->setFocus();
-    m_editor.restoreColors();
-    widget->hide();
+    if (self && m_editor.widget() == widget)
+        m_editor.restoreColors();
+    if (widget)
+        widget->hide();
 }
 
 void clsEditGrid::abandonEdit()
@@ -199,38 +225,39 @@ void clsEditGrid::writeCommitted(OpenEdit &edit, const QString &text)
     const int firstCol = many ? edit.firstCol : edit.col;
     const int lastCol = many ? edit.lastCol : edit.col;
 
-    const QPointer<clsEditGrid> self(this);
-    GridControl *const grid = m_grid;
-    const RedrawHold hold(grid);
+    const Attachment attached(*this);
+    const RedrawHold hold(m_grid);
     do {
-        for (int col = firstCol; col <= lastCol && self && m_grid == grid; ++col)
+        for (int col = firstCol; col <= lastCol && attached; ++col)
             commitCell(rows, col, text);
-    } while (self && m_grid == grid && rows.next());
+    } while (attached && rows.next());
 }
 
 void clsEditGrid::commitCell(RowTracker &rows, int col, const QString &text)
 {
-    if (!rows.isThere() || m_grid->isFixed(rows.row(), col))
+    // Since the edit began rows and columns may have gone, by a handler too.
+    if (!rows.isThere() || !m_grid->model()->contains(rows.row(), col) ||
+        m_grid->isFixed(rows.row(), col))
         return;
-    const QPointer<clsEditGrid> self(this);
+    const Attachment attached(*this);
     QString newText = text;
     bool cancel = false;
     emit AfterCellEdit(rows.row(), col, newText, cancel);
-    if (!self || !m_grid)
-        return;
-    if (!cancel && rows.isThere())
+    if (attached && !cancel && rows.isThere())
         m_grid->setTextMatrix(rows.row(), col, newText);
 }
 
 void clsEditGrid::appendRow()
 {
-    const QPointer<clsEditGrid> self(this);
+    const Attachment attached(*this);
     bool cancel = false;
     emit BeforeRowAdd(m_grid->rows(), cancel);
-    if (!self || !m_grid || cancel)
+    if (!attached || cancel)
         return;
-    m_grid->setRows(m_grid->rows() + 1);
-    emit RowAdd(m_grid->rows() - 1);
+    // Not by setRows, whose new rows get texts from where the others come from.
+    m_grid->insertRows(m_grid->rows(), {QStringList()});
+    if (attached)
+        emit RowAdd(m_grid->rows() - 1);
 }
 
 void clsEditGrid::moveOn(Leaving leaving)
@@ -243,10 +270,11 @@ void clsEditGrid::moveOn(Leaving leaving)
         return;
     }
     const bool forward = leaving == Leaving::TabForward;
-    if (m_grid->stepCell(forward))
-        m_grid->ensureVisible(m_grid->row(), m_grid->col());
-    else
+    const Attachment attached(*this);
+    if (!m_grid->stepCell(forward))
         m_grid->leave(forward);
+    else if (attached)
+        m_grid->ensureVisible(m_grid->row(), m_grid->col());
 }
 
 void clsEditGrid::moveToNextCell()
@@ -262,6 +290,8 @@ void clsEditGrid::moveToNextCell()
     }
     if (row >= m_grid->rows())
         return;
+    const Attachment attached(*this);
     m_grid->setCell(row, col);
-    m_grid->ensureVisible(row, col);
+    if (attached)
+        m_grid->ensureVisible(row, col);
 }

@@ -7,6 +7,7 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -175,6 +176,7 @@ void GridControl::setCursorCells(const GridCursor &cursor)
 
 void GridControl::applyCursor(const GridCursor &cursor)
 {
+    const QPointer<GridControl> self(this);
     const GridCursor before = m_cursor;
     m_cursor = cursor;
     if (m_redraw) {
@@ -188,13 +190,14 @@ void GridControl::applyCursor(const GridCursor &cursor)
         selection->select(cells, QItemSelectionModel::ClearAndSelect);
     }
     if (before.row != cursor.row || before.col != cursor.col)
-        emit currentCellChanged(cursor.row, cursor.col);
-    if (before != cursor)
+        emit currentCellChanged(m_cursor.row, m_cursor.col);
+    if (self && before != cursor)
         emit selectionChanged();
 }
 
 void GridControl::clampCursor()
 {
+    const QPointer<GridControl> self(this);
     const auto clamped = [](int value, int fixed, int count) {
         return std::max(0, std::clamp(value, std::min(fixed, count - 1), count - 1));
     };
@@ -202,7 +205,8 @@ void GridControl::clampCursor()
                  clamped(m_cursor.col, fixedCols(), cols()),
                  clamped(m_cursor.rowSel, fixedRows(), rows()),
                  clamped(m_cursor.colSel, fixedCols(), cols())});
-    emit cellsMoved();
+    if (self)
+        emit cellsMoved();
 }
 
 bool GridControl::stepCell(bool forward)

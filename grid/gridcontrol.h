@@ -60,7 +60,9 @@ public:
     /// Inserts a row before \a row, or last without one. The line's tabs part its cells; what goes
     /// beyond the last column is dropped. Rows can't be inserted among the fixed ones.
     void addItem(const QString &line, int row = -1);
-    /// Inserts many rows at once, each a list of cell texts.
+    /// Inserts many rows at once, each a list of cell texts. A source of the other rows' texts is
+    /// asked for all of them and then let go, for it knows them by their numbers; the same happens
+    /// when a row is removed or columns are added.
     void insertRows(int row, const QList<QStringList> &lines);
     /// Removes a row that is not fixed; does nothing for others.
     void removeItem(int row);

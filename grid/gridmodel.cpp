@@ -1,7 +1,12 @@
 #include "grid/gridmodel.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
+
+namespace {
+constexpr int unlimited = std::numeric_limits<int>::max();
+}
 
 GridModel::GridModel(QObject *parent) : QAbstractTableModel(parent)
 {
@@ -21,6 +26,8 @@ void GridModel::setRows(int rows)
     } else {
         beginRemoveRows({}, rows - m_fixedRows, rowCount() - 1);
         m_rows.resize(rows);
+        if (m_sourceEnd != unlimited)
+            m_sourceEnd = std::min(m_sourceEnd, rows);
         endRemoveRows();
     }
 }
@@ -31,16 +38,20 @@ void GridModel::setSourcedRows(int rows, RowSource source)
     m_rows.resize(m_fixedRows);
     m_rows.resize(std::max(rows, m_fixedRows));
     m_source = std::move(source);
+    m_sourceEnd = unlimited;
     m_heldFirst = m_heldLast = -1;
     endResetModel();
 }
 
 QStringList &GridModel::cells(int row) const
 {
-    QStringList &texts = m_rows[row];
-    if (texts.isEmpty() && m_source && row >= m_fixedRows)
-        texts = m_source(row);
-    return texts;
+    if (m_rows.at(row).isEmpty() && m_source && row >= m_fixedRows && row < m_sourceEnd) {
+        QStringList texts = m_source(row);
+        if (texts.size() > m_cols)
+            texts.resize(m_cols);
+        m_rows[row] = std::move(texts);
+    }
+    return m_rows[row];
 }
 
 void GridModel::loadAll()
@@ -119,9 +130,16 @@ void GridModel::insertRows(int row, const QList<QStringList> &lines)
     announceHeld();
     const int at = row - m_fixedRows;
     beginInsertRows({}, at, at + int(lines.size()) - 1);
+    const bool areAll = rows() == m_fixedRows;
     m_rows.insert(row, lines.size(), QStringList());
-    for (const QStringList &line : lines)
-        m_rows[row++] = line.size() > m_cols ? line.first(m_cols) : line;
+    if (areAll) {
+        // Sharing 100,000 lists one by one takes longer than showing the grid: only when needed.
+        m_source = [lines, row](int wanted) { return lines.at(wanted - row); };
+        m_sourceEnd = rows();
+    } else {
+        for (const QStringList &line : lines)
+            m_rows[row++] = line.size() > m_cols ? line.first(m_cols) : line;
+    }
     endInsertRows();
 }
 

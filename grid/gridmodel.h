@@ -24,7 +24,8 @@ public:
     int fixedCols() const { return m_fixedCols; }
     /// New rows are empty and come last. Never below the number of fixed rows.
     void setRows(int rows);
-    /// The cell texts of a row, counted with the fixed ones; never an empty list.
+    /// The cell texts of a row, counted with the fixed ones; never an empty list. Texts beyond the
+    /// last column are dropped.
     using RowSource = std::function<QStringList(int row)>;
     /// Throws all rows away that are not fixed, for others up to \a rows in all. Their texts, and
     /// those of rows that setRows adds later, come from \a source when they are first asked for.
@@ -67,8 +68,9 @@ private:
     void announce(int row, int col);
     void announceHeld();
 
-    mutable QList<QStringList> m_rows; ///< empty lists have not been asked for
+    mutable QList<QStringList> m_rows; ///< of rows not asked for, and of empty ones, empty lists
     RowSource m_source;
+    int m_sourceEnd = 0; ///< first row behind those that the source knows
     QList<Qt::Alignment> m_alignments;
     int m_cols = 2;
     int m_fixedRows = 1;

@@ -22,7 +22,10 @@ class GridPrinter
 public:
     GridPrinter(const GridControl &grid, QPaintDevice &device, bool toOnePage);
 
-    bool isEmpty() const { return m_colWidths.empty() || m_rowHeights.empty(); }
+    bool isEmpty() const
+    {
+        return sumOf(m_colWidths) <= 0 || sumOf(m_rowHeights) <= 0 || m_width <= 0 || m_height <= 0;
+    }
     bool print(QPainter &painter, QPagedPaintDevice *pages, bool gridLines) const;
 
 private:
@@ -36,6 +39,8 @@ private:
     double printFixedRows(QPainter &painter, bool gridLines) const;
 
     const GridControl &m_grid;
+    int m_dpiX; ///< of the device, or of the screen where the device has none
+    int m_dpiY;
     std::vector<double> m_colWidths; ///< twips
     std::vector<double> m_rowHeights;
     double m_twipsPerPixel; ///< of the grid
@@ -47,9 +52,11 @@ private:
 
 GridPrinter::GridPrinter(const GridControl &grid, QPaintDevice &device, bool toOnePage)
     : m_grid(grid)
+    , m_dpiX(device.logicalDpiX() > 0 ? device.logicalDpiX() : grid.logicalDpiX())
+    , m_dpiY(device.logicalDpiY() > 0 ? device.logicalDpiY() : grid.logicalDpiY())
     , m_twipsPerPixel(twipsPerInch / grid.logicalDpiX())
-    , m_width(device.width() * twipsPerInch / device.logicalDpiX())
-    , m_height(device.height() * twipsPerInch / device.logicalDpiY())
+    , m_width(device.width() * twipsPerInch / m_dpiX)
+    , m_height(device.height() * twipsPerInch / m_dpiY)
 {
     for (int col = 0; col < grid.cols(); ++col)
         m_colWidths.push_back(grid.colWidth(col) * m_twipsPerPixel);
@@ -77,8 +84,7 @@ double GridPrinter::sumOf(const std::vector<double> &sizes) const
 
 bool GridPrinter::print(QPainter &painter, QPagedPaintDevice *pages, bool gridLines) const
 {
-    painter.scale(painter.device()->logicalDpiX() / twipsPerInch,
-                  painter.device()->logicalDpiY() / twipsPerInch);
+    painter.scale(m_dpiX / twipsPerInch, m_dpiY / twipsPerInch);
     QFont font(QStringLiteral("Arial"));
     font.setWeight(QFont::Normal);
     // Whole units, for sizes in pixels are: one is a twip here.

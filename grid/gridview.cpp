@@ -5,6 +5,7 @@
 #include "grid/gridmodel.h"
 #include "grid/gridnavigation.h"
 
+#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -47,8 +48,10 @@ bool GridView::event(QEvent *event)
         const bool back = key->key() == Qt::Key_Backtab ||
                           (key->key() == Qt::Key_Tab && key->modifiers() == Qt::ShiftModifier);
         const bool plain = !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+        const QPointer<GridView> self(this);
         if (plain && (back || key->key() == Qt::Key_Tab) && m_grid.stepCell(!back)) {
-            m_grid.ensureVisible(m_grid.row(), m_grid.col());
+            if (self)
+                m_grid.ensureVisible(m_grid.row(), m_grid.col());
             event->accept();
             return true;
         }
@@ -75,7 +78,7 @@ void GridView::keyPressEvent(QKeyEvent *event)
     }
     event->accept();
     m_grid.setCursorCells(*target);
-    if (event->key() != Qt::Key_A)
+    if (self && event->key() != Qt::Key_A)
         m_grid.ensureVisible(target->rowSel, target->colSel);
 }
 
@@ -97,7 +100,7 @@ void GridView::inputMethodEvent(QInputMethodEvent *event)
 QVariant GridView::inputMethodQuery(Qt::InputMethodQuery query) const
 {
     if (query == Qt::ImCursorRectangle)
-        return m_grid.cellRect(m_grid.row(), m_grid.col());
+        return m_grid.cellRect(m_grid.row(), m_grid.col()).translated(-pos());
     return QTableView::inputMethodQuery(query);
 }
 
@@ -113,15 +116,20 @@ void GridView::mousePressEvent(QMouseEvent *event)
     const int col = m_draggingRows ? m_grid.fixedCols() : index.column();
     const int colSel = m_draggingRows ? m_grid.cols() - 1 : index.column();
     m_dragging = true;
+    const QPointer<GridView> self(this);
     if (event->modifiers().testFlag(Qt::ShiftModifier))
         m_grid.setCursorCells({m_grid.row(), m_draggingRows ? col : m_grid.col(), row, colSel});
     else
         m_grid.setCursorCells({row, col, row, colSel});
-    m_grid.ensureVisible(row, m_draggingRows ? -1 : col);
+    if (self)
+        m_grid.ensureVisible(row, m_draggingRows ? -1 : col);
 }
 
 void GridView::mouseMoveEvent(QMouseEvent *event)
 {
+    // A release can have gone to a window that the press has opened.
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        endDrag();
     if (!m_dragging)
         return;
     const QPoint position = event->position().toPoint();
@@ -133,6 +141,11 @@ void GridView::mouseMoveEvent(QMouseEvent *event)
 }
 
 void GridView::mouseReleaseEvent(QMouseEvent *)
+{
+    endDrag();
+}
+
+void GridView::endDrag()
 {
     m_dragging = false;
     m_autoScroll.stop();
@@ -157,16 +170,20 @@ void GridView::dragTo(QPoint position)
         col = qMax(col - 1, cells.firstCol);
     else if (!m_draggingRows && position.x() > inner.right())
         col = qMin(col + 1, cells.lastCol);
+    const QPointer<GridView> self(this);
     m_grid.setCursorCells({m_grid.row(), m_grid.col(), row, col});
-    m_grid.ensureVisible(row, m_draggingRows ? -1 : col);
+    if (self)
+        m_grid.ensureVisible(row, m_draggingRows ? -1 : col);
 }
 
 void GridView::timerEvent(QTimerEvent *event)
 {
-    if (event->timerId() == m_autoScroll.timerId())
-        dragTo(viewport()->mapFromGlobal(QCursor::pos()));
-    else
+    if (event->timerId() != m_autoScroll.timerId())
         QTableView::timerEvent(event);
+    else if (!QGuiApplication::mouseButtons().testFlag(Qt::LeftButton))
+        endDrag();
+    else
+        dragTo(viewport()->mapFromGlobal(QCursor::pos()));
 }
 
 void GridView::mouseDoubleClickEvent(QMouseEvent *event)
@@ -176,12 +193,14 @@ void GridView::mouseDoubleClickEvent(QMouseEvent *event)
         event->ignore();
         return;
     }
-    m_dragging = false;
+    endDrag();
     if (index.column() < m_grid.fixedCols())
         return;
     const int row = m_grid.model()->gridRow(index);
+    const QPointer<GridView> self(this);
     m_grid.setCell(row, index.column());
-    emit m_grid.cellDoubleClicked(row, index.column());
+    if (self)
+        emit m_grid.cellDoubleClicked(row, index.column());
 }
 
 void GridView::resizeEvent(QResizeEvent *event)

@@ -36,6 +36,7 @@ protected:
 private:
     bool isLeavingByCtrlTab(const QKeyEvent &event);
     void dragTo(QPoint position);
+    void endDrag();
     int pageRows() const;
 
     GridControl &m_grid;

@@ -3,6 +3,7 @@
 #include "protocol/windows/dictionarydelegate.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QTableWidget>
@@ -27,6 +28,7 @@ DictionaryEdit::DictionaryEdit(QWidget *parent)
                              QAbstractItemView::AnyKeyPressed);
     m_table->setTabKeyNavigation(false);
     m_table->setItemDelegate(m_delegate);
+    m_table->installEventFilter(this);
 
     auto *hint = new QLabel(u"Neue Zeile in einem Text: Umschalt + Eingabe"_qs, this);
     auto *layout = new QVBoxLayout(this);
@@ -45,6 +47,20 @@ DictionaryEdit::DictionaryEdit(QWidget *parent)
     connect(m_table->horizontalHeader(), &QHeaderView::sectionResized, rowHeights,
             [rowHeights] { rowHeights->start(0); });
     connect(m_table, &QTableWidget::itemChanged, this, &DictionaryEdit::itemChanged);
+}
+
+// Where the list left the key to its window, that would be closed by its default button.
+bool DictionaryEdit::eventFilter(QObject *object, QEvent *event)
+{
+    if (object == m_table && event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) &&
+            !(key->modifiers() & ~Qt::KeypadModifier) && m_table->currentItem()) {
+            m_table->editItem(m_table->currentItem());
+            return true;
+        }
+    }
+    return QWidget::eventFilter(object, event);
 }
 
 void DictionaryEdit::setDictionary(const TextDictionary &dictionary)

@@ -9,10 +9,27 @@
 #include "wizard/frmcalcoptions.h"
 #include "wizard/frmexport.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QPushButton>
+#include <QTimer>
+
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <set>
+#include <utility>
+
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
 
 /// The commands of the output page, from the main window to the real windows behind them.
 class TestAusgabe : public QObject
@@ -24,7 +41,17 @@ private slots:
     void exportWritesTheChosenFile();
     void exportSuggestsTheNameOfTheCalibration();
     void cancelledExportWritesNothing();
+    void failedExportIsReported_data();
     void failedExportIsReported();
+    void fullDiskIsReportedAndLeavesTheOldFile();
+    void exportNeverReplacesTheCalibration_data();
+    void exportNeverReplacesTheCalibration();
+    void progressShowsAndEnds();
+    void cancelInTheProgressLeavesTheOldFile_data();
+    void cancelInTheProgressLeavesTheOldFile();
+    void chosenNameEndsInTheSuffix_data();
+    void chosenNameEndsInTheSuffix();
+    void fileWithTheCompletedNameIsReplacedOnlyWhenAllowed();
     void documentsWindowsGetTheDocument();
     void extraDataOfAnUnreadableDocumentLeavesNoWindow();
 };
@@ -80,6 +107,33 @@ public:
         list->findChild<QPushButton *>(u"cmdOk"_qs)->click();
     }
 
+    // Enough for the progress to show more than its end.
+    void addPoints()
+    {
+        constexpr int points = 8000;
+        for (int field = 1; field <= 3; ++field) {
+            document.setPrüffeldPrüfpunkte(field, points);
+            for (int point = 1; point <= points; ++point) {
+                document.setMesswert(pmDirekt, field, point, 95.0 + field + point % 97 / 8.0);
+                document.setMesswert(pmIndirekt, field, point, 20.0 + field + point % 89 / 4.0);
+            }
+        }
+        document.SaveFile(path(u"Feld A.xml"_qs));
+        document.setIsDirty(false);
+    }
+
+    QByteArray contents(const QString &name) const
+    {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    bool write(const QString &name, const QByteArray &bytes) const
+    {
+        QFile file(path(name));
+        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    }
+
     SilentProtocol protocol;
     QString target;
     QString suggestion;
@@ -89,6 +143,50 @@ public:
                                   return target;
                               },
                               [] { return QDateTime(QDate(2024, 5, 6), QTime(7, 8)); }};
+};
+
+// Does \a act with the visible window of a kind again and again until the scope ends.
+template <typename Window>
+class Nutzer
+{
+public:
+    explicit Nutzer(std::function<void(Window &)> act)
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [act = std::move(act)] {
+            for (QWidget *widget : QApplication::topLevelWidgets()) {
+                auto *window = qobject_cast<Window *>(widget);
+                if (window && window->isVisible())
+                    act(*window);
+            }
+        });
+        m_timer.start(0);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+// Types \a name into the file dialog and presses its button, once; a second time it is closed.
+class Dateinutzer
+{
+public:
+    Dateinutzer(QString name, int filter)
+        : m_user([this, name = std::move(name), filter](QFileDialog &dialog) {
+            if (QApplication::activeModalWidget() != &dialog)
+                return; // a question lies above it
+            if (m_typed)
+                return dialog.reject();
+            m_typed = true;
+            dialog.selectNameFilter(dialog.nameFilters().at(filter));
+            dialog.findChild<QLineEdit *>(u"fileNameEdit"_qs)->setText(name);
+            QMetaObject::invokeMethod(&dialog, "accept");
+        })
+    {
+    }
+
+private:
+    bool m_typed = false;
+    Nutzer<QFileDialog> m_user;
 };
 
 } // namespace
@@ -136,14 +234,195 @@ void TestAusgabe::cancelledExportWritesNothing()
     QVERIFY(f.window->findChild<frmExport *>()->isVisible());
 }
 
+void TestAusgabe::failedExportIsReported_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("end");
+    QTest::newRow("no folder") << u"kein/Ordner/a.xlsx"_qs << u"Pfad nicht gefunden (76)"_qs;
+    QTest::newRow("a folder") << u"zu"_qs << u"„zu“ ist keine Datei (75)"_qs;
+    QTest::newRow("a folder to read only") << u"zu/a.xlsx"_qs << u"angelegt werden (70)"_qs;
+}
+
 void TestAusgabe::failedExportIsReported()
 {
+    QFETCH(QString, name);
+    QFETCH(QString, end);
     OutputFixture f;
-    f.target = f.path(u"kein/Ordner/a.xlsx"_qs);
+    QVERIFY(QDir(f.folder.path()).mkdir(u"zu"_qs));
+    using F = QFileDevice;
+    const auto readable =
+        F::ReadOwner | F::ExeOwner | F::ReadGroup | F::ExeGroup | F::ReadOther | F::ExeOther;
+    QVERIFY(QFile::setPermissions(f.folder.path(), readable | F::WriteOwner));
+    QVERIFY(QFile::setPermissions(f.path(u"zu"_qs), readable));
+    f.target = f.path(name);
+#ifdef Q_OS_UNIX
+    constexpr uid_t nobody = 65534; // root may write everywhere
+    const bool wasRoot = geteuid() == 0;
+    QVERIFY(!wasRoot || seteuid(nobody) == 0);
+#endif
     f.runExport();
+#ifdef Q_OS_UNIX
+    QVERIFY(!wasRoot || seteuid(0) == 0);
+#endif
     QCOMPARE(f.dialogs.shown.size(), std::size_t{1});
-    QVERIFY(f.dialogs.shown.front().text.startsWith(
-        u"Beim Exportieren der Daten ist ein Fehler aufgetreten:\r\n"_qs));
+    const QString text = f.dialogs.shown.front().text;
+    QVERIFY(text.startsWith(u"Beim Exportieren der Daten ist ein Fehler aufgetreten:\r\n"_qs));
+    QVERIFY2(text.endsWith(end), qPrintable(text));
+    QVERIFY(f.window->findChild<frmExport *>()->isVisible());
+    QVERIFY(QDir(f.path(u"zu"_qs)).isEmpty());
+}
+
+void TestAusgabe::fullDiskIsReportedAndLeavesTheOldFile()
+{
+#ifdef Q_OS_UNIX
+    OutputFixture f;
+    QVERIFY(f.write(u"a.xlsx"_qs, "old"));
+    f.target = f.path(u"a.xlsx"_qs);
+    const auto signalBefore = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    QVERIFY(getrlimit(RLIMIT_FSIZE, &before) == 0);
+    const rlimit small{5000, before.rlim_max};
+    QVERIFY(setrlimit(RLIMIT_FSIZE, &small) == 0);
+    f.runExport();
+    QVERIFY(setrlimit(RLIMIT_FSIZE, &before) == 0);
+    std::signal(SIGXFSZ, signalBefore);
+    QCOMPARE(f.dialogs.shown.size(), std::size_t{1});
+    QCOMPARE(f.dialogs.shown.front().text,
+             u"Beim Exportieren der Daten ist ein Fehler aufgetreten:\r\nDatenträger voll (61)"_qs);
+    QCOMPARE(f.contents(u"a.xlsx"_qs), QByteArray("old"));
+#else
+    QSKIP("no limit of a file's size here");
+#endif
+}
+
+void TestAusgabe::exportNeverReplacesTheCalibration_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("its name") << u"Feld A.xml"_qs;
+    QTest::newRow("another way to it") << u"zu/../Feld A.xml"_qs;
+    QTest::newRow("a link to it") << u"Verweis.xml"_qs;
+}
+
+void TestAusgabe::exportNeverReplacesTheCalibration()
+{
+    QFETCH(QString, name);
+    OutputFixture f;
+    QVERIFY(QDir(f.folder.path()).mkdir(u"zu"_qs));
+    QVERIFY(QFile::link(f.path(u"Feld A.xml"_qs), f.path(u"Verweis.xml"_qs)));
+    const QByteArray before = f.contents(u"Feld A.xml"_qs);
+    QVERIFY(before.startsWith("<"));
+    f.target = f.path(name);
+    f.runExport();
+    QCOMPARE(f.contents(u"Feld A.xml"_qs), before);
+    QCOMPARE(f.dialogs.shown.size(), std::size_t{1});
+    const QString text = f.dialogs.shown.front().text;
+    QVERIFY2(text.endsWith(u"“ ist die Datei dieser Kalibrierung, die Tabelle braucht eine "
+                           u"eigene (75)"_qs),
+             qPrintable(text));
+}
+
+void TestAusgabe::progressShowsAndEnds()
+{
+    OutputFixture f;
+    f.addPoints();
+    f.services.showProgressAfter = std::chrono::milliseconds(0);
+    f.target = f.path(u"a.xlsx"_qs);
+    std::set<int> seen;
+    QString shown;
+    const Nutzer<QProgressDialog> user([&](QProgressDialog &progress) {
+        seen.insert(progress.value());
+        shown = progress.windowTitle() + u": "_qs + progress.labelText();
+        QCOMPARE(progress.windowModality(), Qt::WindowModal);
+    });
+    f.runExport();
+    QVERIFY(f.dialogs.shown.empty());
+    QVERIFY(f.contents(u"a.xlsx"_qs).startsWith("PK"));
+    QCOMPARE(shown, u"Export in dritte Programme: Die Tabelle wird geschrieben."_qs);
+    const auto between = [&seen](int low, int high) {
+        return std::distance(seen.lower_bound(low), seen.upper_bound(high));
+    };
+    QVERIFY2(between(1, 60) >= 5, QByteArray::number(qlonglong(seen.size())));
+    QVERIFY2(between(91, 99) >= 3, QByteArray::number(qlonglong(seen.size())));
+    QVERIFY(!f.window->findChild<QProgressDialog *>());
+}
+
+void TestAusgabe::cancelInTheProgressLeavesTheOldFile_data()
+{
+    QTest::addColumn<int>("percent");
+    QTest::newRow("among the rows") << 20;
+    QTest::newRow("while it is packed") << 60;
+    QTest::newRow("while it is checked") << 93;
+}
+
+void TestAusgabe::cancelInTheProgressLeavesTheOldFile()
+{
+    QFETCH(int, percent);
+    OutputFixture f;
+    f.addPoints();
+    f.services.showProgressAfter = std::chrono::milliseconds(0);
+    QVERIFY(f.write(u"a.xlsx"_qs, "old"));
+    f.target = f.path(u"a.xlsx"_qs);
+    int cancelledAt = -1;
+    const Nutzer<QProgressDialog> user([&](QProgressDialog &progress) {
+        if (progress.value() < percent || cancelledAt >= 0)
+            return;
+        cancelledAt = progress.value();
+        for (QPushButton *button : progress.findChildren<QPushButton *>()) {
+            if (button->text() == u"Abbrechen")
+                button->click();
+        }
+    });
+    f.runExport();
+    QVERIFY(cancelledAt >= percent && cancelledAt < 100);
+    QVERIFY(f.dialogs.shown.empty());
+    QCOMPARE(f.contents(u"a.xlsx"_qs), QByteArray("old"));
+    QVERIFY(f.window->findChild<frmExport *>()->isVisible());
+}
+
+void TestAusgabe::chosenNameEndsInTheSuffix_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("filter");
+    QTest::addColumn<QString>("chosen");
+    QTest::newRow("plain") << u"Feld"_qs << 0 << u"Feld.xlsx"_qs;
+    QTest::newRow("with a dot") << u"Feld 12.03"_qs << 0 << u"Feld 12.03.xlsx"_qs;
+    QTest::newRow("with it") << u"Feld.xlsx"_qs << 0 << u"Feld.xlsx"_qs;
+    QTest::newRow("in capitals") << u"FELD.XLSX"_qs << 0 << u"FELD.XLSX"_qs;
+    QTest::newRow("with another one") << u"Feld.xml"_qs << 0 << u"Feld.xml.xlsx"_qs;
+    QTest::newRow("any file") << u"Feld 12.03"_qs << 1 << u"Feld 12.03"_qs;
+}
+
+void TestAusgabe::chosenNameEndsInTheSuffix()
+{
+    QFETCH(QString, typed);
+    QFETCH(int, filter);
+    QFETCH(QString, chosen);
+    QTemporaryDir folder;
+    const Dateinutzer user(typed, filter);
+    QCOMPARE(ausgabe::chooseSpreadsheet(nullptr, folder.filePath(u"Vorschlag.xlsx"_qs)),
+             folder.filePath(chosen));
+}
+
+void TestAusgabe::fileWithTheCompletedNameIsReplacedOnlyWhenAllowed()
+{
+    QTemporaryDir folder;
+    QFile existing(folder.filePath(u"Feld 12.03.xlsx"_qs));
+    QVERIFY(existing.open(QIODevice::WriteOnly));
+    QString question;
+    auto answer = QMessageBox::No;
+    const Nutzer<QMessageBox> reader([&](QMessageBox &box) {
+        question = box.text();
+        box.button(answer)->click();
+    });
+    const auto choose = [&] {
+        const Dateinutzer user(u"Feld 12.03"_qs, 0);
+        return ausgabe::chooseSpreadsheet(nullptr, folder.filePath(u"Vorschlag.xlsx"_qs));
+    };
+    QCOMPARE(choose(), QString());
+    QCOMPARE(question,
+             u"„Feld 12.03.xlsx“ ist schon vorhanden.\nSoll die Datei ersetzt werden?"_qs);
+    answer = QMessageBox::Yes;
+    QCOMPARE(choose(), existing.fileName());
 }
 
 void TestAusgabe::documentsWindowsGetTheDocument()

@@ -1,6 +1,8 @@
 #include "batch/ausgabeziele.h"
 #include "tests/support/testregistry.h"
 
+#include <QElapsedTimer>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -37,6 +39,19 @@ private slots:
                               u"ziel/a (2) (2).xlsx"_qs, u"ziel/Maß.2003.xlsx"_qs,
                               u"ziel/MASS.2003.xlsx"_qs, u"ziel/Kalibrierung.xlsx"_qs,
                               u"ziel/ohne.xlsx"_qs}));
+    }
+
+    // Counting from 2 again for every file would take minutes.
+    void manyEqualNamesTakeNoTime()
+    {
+        constexpr int count = 20'000;
+        QElapsedTimer timer;
+        timer.start();
+        const Ausgabeziele targets =
+            ausgabeziele(QStringList(count, u"a.xml"_qs), u"ziel"_qs, u".xlsx"_qs);
+        QVERIFY2(timer.elapsed() < 5000, QByteArray::number(timer.elapsed()).constData());
+        QCOMPARE(targets.dateien.last(), u"ziel/a (%1).xlsx"_qs.arg(count));
+        QCOMPARE(QSet<QString>(targets.dateien.begin(), targets.dateien.end()).size(), count);
     }
 };
 

@@ -106,6 +106,8 @@ private slots:
         document.setPrüffeldName(1, QString(100000, u'x'));
         const QString text = textBericht(u"x"_qs, document);
         QVERIFY(text.contains(QString(80, u'x') + u"…"_qs));
+        document.IndirektesPrüfmerkmal().setName(QString(79, u'y') + u"\U0001F600"_qs);
+        QVERIFY(textBericht(u"a.xml"_qs, document).contains(QString(79, u'y') + u"…"_qs));
         QVERIFY(text.size() < 10000);
     }
 

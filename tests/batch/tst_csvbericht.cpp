@@ -3,6 +3,7 @@
 #include "core/kalibrierung.h"
 #include "tests/support/testregistry.h"
 
+#include <QDir>
 #include <QTest>
 
 namespace {
@@ -108,6 +109,14 @@ private slots:
         QTest::newRow("quote") << u"a\"b.xml"_qs << QByteArray("\"a\"\"b.xml\"");
         QTest::newRow("line break") << u"a\nb.xml"_qs << QByteArray("\"a\nb.xml\"");
         QTest::newRow("blank at the end") << u"a "_qs << QByteArray("\"a \"");
+        QTest::newRow("formula") << u"=1+1.xml"_qs << QByteArray("./=1+1.xml");
+        QTest::newRow("plus") << u"+a.xml"_qs << QByteArray("./+a.xml");
+        QTest::newRow("minus") << u"-a.xml"_qs << QByteArray("./-a.xml");
+        QTest::newRow("at") << u"@a.xml"_qs << QByteArray("./@a.xml");
+        QTest::newRow("tab") << u"\ta.xml"_qs << QByteArray("./\ta.xml");
+        QTest::newRow("formula in quotes") << u"=1;2.xml"_qs << QByteArray("\"./=1;2.xml\"");
+        QTest::newRow("formula in a folder") << u"a/=1.xml"_qs << QByteArray("a/=1.xml");
+        QTest::newRow("empty") << QString() << QByteArray();
         QTest::newRow("umlaut") << u"Maß.xml"_qs << u"Maß.xml"_qs.toUtf8();
     }
 
@@ -117,7 +126,10 @@ private slots:
         QFETCH(QByteArray, field);
         QCOMPARE(csvFehler(name, RunTimeError(ErrorNumber::FileNotFound)),
                  field + ";datei;;;;53;Datei nicht gefunden\n");
-        QCOMPARE(felder(csvFehler(name, RunTimeError(ErrorNumber::FileNotFound)))[0][0], name);
+        const QString read = felder(csvFehler(name, RunTimeError(ErrorNumber::FileNotFound)))[0][0];
+        QCOMPARE(QDir::cleanPath(read), QDir::cleanPath(name)); // the same file in any case
+        Kalibrierung document(german);
+        QVERIFY(csvBericht(name, document).startsWith(field + ";mittelwert;"));
     }
 };
 

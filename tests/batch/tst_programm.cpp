@@ -45,6 +45,12 @@ QString otherExample()
     return QStringLiteral(PROJECT_DIR) + u"/examples/verformungsmodul.xml"_qs;
 }
 
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool hasAddressSanitizer = true;
+#else
+constexpr bool hasAddressSanitizer = false;
+#endif
+
 // The text of a PDF as a reader of another maker finds it; a word of its own where there is none.
 QString pdfText(const QString &file)
 {
@@ -97,6 +103,36 @@ private slots:
             starte({u"--gebietsschema"_qs, u"de_DE"_qs, example()}, {u"LANG=en_US.UTF-8"_qs});
         QVERIFY(result.output.contains("88,88"));
     }
+
+#ifdef Q_OS_UNIX
+    // The report of so many points takes more memory than there is; the next file does not.
+    void aReportWithoutMemoryFailsAlone()
+    {
+        if (hasAddressSanitizer)
+            QSKIP("the address sanitizer takes more memory than is left here");
+        QFile source(example());
+        QVERIFY(source.open(QIODevice::ReadOnly));
+        QByteArray text = source.readAll();
+        const QByteArray count = u"Variable='Prüffeld Prüfpunktanzahl 1' Wert='"_qs.toUtf8();
+        QCOMPARE(text.count(count + '4'), 1);
+        text.replace(count + '4', count + "900000");
+        QTemporaryDir folder;
+        QFile large(folder.filePath(u"viele.xml"_qs));
+        QVERIFY(large.open(QIODevice::WriteOnly) && large.write(text) == text.size());
+        large.close();
+        QProcess process;
+        process.start(u"/bin/sh"_qs, {u"-c"_qs, u"ulimit -v 300000; exec \"$@\""_qs, u"sh"_qs,
+                                      QStringLiteral(PROGRAM), u"--parallel"_qs, u"1"_qs,
+                                      large.fileName(), example()});
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 1);
+        QCOMPARE(
+            QString::fromUtf8(process.readAllStandardError()),
+            u"kalibrierung-auswertung: %1: Nicht genügend Speicher (7)\n"_qs.arg(large.fileName()));
+        QVERIFY(process.readAllStandardOutput().contains("Urteil: gut"));
+    }
+#endif
 
     void helpAndVersionAreGerman()
     {

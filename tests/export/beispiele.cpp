@@ -41,6 +41,17 @@ void mitMittelwert(Kalibrierung &document, double mean, int places)
     document.setNachkommastellenMittelwerte(places);
 }
 
+// Added plainly, the direct values give a mean that rounds to 96,9; the program's is 97,0.
+void summe(Kalibrierung &document)
+{
+    setzeWerte(document,
+               {{95.22, 99.51, 100.29, 104.81},
+                {100.87, 94.56, 90.06, 96.41},
+                {99.35, 92.27, 91.32, 98.73}},
+               {{31.2, 33.8, 30.1, 35.5}, {38.7, 41.2, 36.4, 39.9}, {45.3, 43.1, 47.6, 44.4}});
+    document.setZwischenergebnisseRunden(true);
+}
+
 // Values with two decimals, as engineers type them.
 void zufaellig(Kalibrierung &document, unsigned seed)
 {
@@ -134,6 +145,7 @@ std::vector<Beispiel> beispiele()
         {"random 4, rounded", [](K &d) { zufaellig(d, 4); }},
         {"random 6, rounded", [](K &d) { zufaellig(d, 6); }},
         {"random 8, rounded", [](K &d) { zufaellig(d, 8); }},
+        {"a sum that rounds otherwise when added plainly", summe},
         {"nothing entered", [](K &) {}},
         {"one value missing",
          [](K &d) {
@@ -215,6 +227,13 @@ std::vector<Beispiel> beispiele()
          [](K &d) {
              gewoehnlich(d);
              d.setNachkommastellenVarianzen(40);
+         }},
+        {"eighteen places",
+         [](K &d) {
+             gewoehnlich(d);
+             d.setNachkommastellenAnstieg(18);
+             d.setNachkommastellenAchsenabschnitt(18);
+             d.IndirektesPrüfmerkmal().setNachkommastellen(18);
          }},
         {"odd names", sonderzeichen},
     };

@@ -1,7 +1,10 @@
 #include "export/formeln.h"
+#include "export/summenschritt.h"
 #include "tests/support/testregistry.h"
 
 #include <QTest>
+
+#include <cmath>
 
 class TestFormeln : public QObject
 {
@@ -23,6 +26,25 @@ private slots:
     {
         QCOMPARE(formeln::geschuetzt({u"A1"_qs, u"B1"_qs}, u"A1/B1"_qs),
                  u"IF(COUNT(A1,B1)=2,IFERROR(A1/B1,\"\"),\"\")"_qs);
+    }
+
+    void sumsAreFormedInTwoParts()
+    {
+        QCOMPARE(formeln::genaueSumme(u"a"_qs, u"s"_qs),
+                 u"SUM(SUMPRODUCT(TRUNC(a/s))*s,SUMPRODUCT(a-TRUNC(a/s)*s))"_qs);
+    }
+
+    void stepsArePowersOfTwoBelowTheLargestTerm()
+    {
+        QCOMPARE(schritt({96.0}), std::exp2(6 - 26));
+        QCOMPARE(schritt({3.0, 3.0}), std::exp2(3 - 26));
+        QCOMPARE(schritt({0.0}), 1.0);
+        QCOMPARE(schritt({1e200, 1e200}), 1.0);
+        QCOMPARE(schritt({1e-200, 1e-200}), std::exp2(-1000));
+        QCOMPARE(schrittformel({u"x"_qs, u"y"_qs}),
+                 u"IFERROR(2^MAX(INT(LOG(x,2)+LOG(y,2))-26,-1000),1)"_qs);
+        QCOMPARE(abstand({{1.0, 5.0, 2.0}, false, {}}, 2.0), 3.0);
+        QCOMPARE(abstand({}, 2.0), 0.0);
     }
 };
 

@@ -7,6 +7,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
 namespace {
 
 // Packs the parts, given as name, text, name, text ..., with another program.
@@ -28,7 +32,7 @@ bool packe(const QString &path, const QStringList &parts)
 int pruefe(const QString &path, int rows)
 {
     try {
-        return pruefeMappe(path, {{u"s.xml"_qs, rows}}, [] { return true; }) ? 0 : -1;
+        return pruefeMappe(path, {{u"s.xml"_qs, rows}}, [](auto, auto) { return true; }) ? 0 : -1;
     } catch (const RunTimeError &error) {
         return error.number();
     }
@@ -63,6 +67,15 @@ private slots:
                                        << 0;
         QTest::newRow("a row too few")
             << QStringList{u"s.xml"_qs, anfang + u"<row r=\"1\"></row>"_qs + end} << 61;
+        const QString half = u"<row r=\"1\"></row><row r=\"2\"><c r=\"A2\">"_qs;
+        QTest::newRow("cut within a row's value, with an end behind it")
+            << QStringList{u"s.xml"_qs, anfang + half + u"<v>1"_qs + end} << 61;
+        QTest::newRow("cut behind a cell of it")
+            << QStringList{u"s.xml"_qs, anfang + half + u"<v>1</v></c>"_qs + end} << 61;
+        QTest::newRow("cut within a tag of it")
+            << QStringList{u"s.xml"_qs, anfang + half + u"<v"_qs + end} << 61;
+        QTest::newRow("an end too many")
+            << QStringList{u"s.xml"_qs, anfang + rows + end + end} << 61;
         QTest::newRow("cut within") << QStringList{u"s.xml"_qs, anfang + rows + u"<co"_qs} << 61;
         QTest::newRow("cut after an element") << QStringList{u"s.xml"_qs, anfang + rows} << 61;
         QTest::newRow("empty part")
@@ -99,6 +112,26 @@ private slots:
         QVERIFY(good);
         QCOMPARE(pruefe(path, rows), 0);
         QCOMPARE(pruefe(path, rows + 1), 61);
+    }
+
+    void progressGrowsWithWhatIsRead()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"a.xlsx"_qs);
+        const QString text = anfang + u"<a/>"_qs.repeated(20'000) + u"</worksheet>"_qs;
+        QVERIFY(packe(path, {u"a.xml"_qs, text, u"b.xml"_qs, text, u"s.xml"_qs, text}));
+        std::vector<std::uint64_t> seen;
+        const auto note = [&](std::uint64_t read, std::uint64_t total) {
+            seen.push_back(read);
+            return total == 3 * static_cast<std::uint64_t>(text.size());
+        };
+        QVERIFY(pruefeMappe(path, {{u"s.xml"_qs, 0}}, note));
+        QVERIFY(seen.size() >= 3);
+        QVERIFY(std::is_sorted(seen.begin(), seen.end()));
+        QCOMPARE(seen.back(), 3 * static_cast<std::uint64_t>(text.size()));
+        QVERIFY(!pruefeMappe(path, {{u"s.xml"_qs, 0}}, [](auto read, auto total) {
+            return read < total; // at the very end
+        }));
     }
 
     void damagedBytesAreFound()

@@ -2,79 +2,21 @@
 
 #include "export/tabellenausgabe.h"
 #include "tests/export/beispiele.h"
+#include "tests/export/ergebniszellen.h"
 #include "tests/export/mappenleser.h"
 #include "tests/support/testregistry.h"
 
+#include "core/kalibrierung.h"
+#include "export/arbeitsmappe.h"
+
 #include <QFile>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <cmath>
 
 namespace {
-
-using K = Kalibrierung;
-
-struct Ergebniswert
-{
-    QString zelle;
-    std::function<double()> wert;
-};
-
-// Every result cell and the document's own result.
-std::vector<std::pair<QString, std::vector<Ergebniswert>>> ergebniszellen(Kalibrierung &d)
-{
-    const auto one = [&](const char *cell, double (K::*result)(MerkmalEnum), MerkmalEnum m) {
-        return Ergebniswert{QString::fromLatin1(cell), [&d, result, m] { return (d.*result)(m); }};
-    };
-    const auto two = [&](const char *cell, double (K::*result)(MerkmalEnum, MerkmalEnum),
-                         MerkmalEnum x, MerkmalEnum y) {
-        return Ergebniswert{QString::fromLatin1(cell),
-                            [&d, result, x, y] { return (d.*result)(x, y); }};
-    };
-    const auto slope = &K::StatistikKalibriergeradeAnstieg;
-    const auto intercept = &K::StatistikKalibriergeradeAchsenabschnitt;
-    return {
-        {u"Auswertung"_qs,
-         {one("B3", &K::StatistikMittelwert, mDirekt),
-          one("B4", &K::StatistikMittelwert, mIndirekt),
-          one("B5", &K::StatistikMittelwert, mZ),
-          one("B8", &K::StatistikVarianz, mDirekt),
-          one("B9", &K::StatistikVarianz, mIndirekt),
-          one("B10", &K::StatistikVarianz, mZ),
-          one("B13", &K::StatistikStandardabweichung, mDirekt),
-          one("B14", &K::StatistikStandardabweichung, mIndirekt),
-          one("B15", &K::StatistikStandardabweichung, mZ),
-          two("B18", &K::StatistikKovarianz, mDirekt, mIndirekt),
-          two("B19", &K::StatistikKovarianz, mDirekt, mZ),
-          two("B20", &K::StatistikKovarianz, mIndirekt, mZ),
-          two("B23", &K::StatistikBestimmtheitsmaß, mDirekt, mIndirekt),
-          two("B24", &K::StatistikBestimmtheitsmaß, mDirekt, mZ),
-          two("B25", &K::StatistikBestimmtheitsmaß, mIndirekt, mZ),
-          two("B28", slope, mDirekt, mIndirekt),
-          two("B29", intercept, mDirekt, mIndirekt),
-          two("B30", slope, mDirekt, mZ),
-          two("B31", intercept, mDirekt, mZ),
-          two("B32", slope, mIndirekt, mZ),
-          two("B33", intercept, mIndirekt, mZ)}},
-        {u"Kalibriergeraden"_qs,
-         {two("B2", slope, mDirekt, mIndirekt), two("B3", slope, mIndirekt, mDirekt),
-          two("B4", slope, mDirekt, mZ), two("B5", slope, mZ, mDirekt),
-          two("B6", slope, mIndirekt, mZ), two("B7", slope, mZ, mIndirekt),
-          two("C2", intercept, mDirekt, mIndirekt), two("C3", intercept, mIndirekt, mDirekt),
-          two("C4", intercept, mDirekt, mZ), two("C5", intercept, mZ, mDirekt),
-          two("C6", intercept, mIndirekt, mZ), two("C7", intercept, mZ, mIndirekt)}},
-    };
-}
-
-std::optional<double> wertOderNichts(const std::function<double()> &result)
-{
-    try {
-        return result();
-    } catch (const RunTimeError &) {
-        return std::nullopt;
-    }
-}
 
 // Equal in all 15 digits that a spreadsheet keeps for certain.
 bool isSame(double read, double value)
@@ -328,8 +270,90 @@ private slots:
         QCOMPARE(text("E1"), u"direktes Prüfmerkmal:\n=1+1 DPr [%]"_qs);
         // The reader leaves the format's escapes as they are.
         QCOMPARE(text("C2"), u" _x0002__x005F_x000D_ \U0001F600 "_qs);
-        QVERIFY(
-            text("D1").contains(u"+\"'<&>[]:*?/\\ _x005F_x0041_ _x0001__x000b__x000d_\n\t²"_qs));
+        QVERIFY(text("D1").contains(u"+\"'<&>[]:*?/\\ _x005F_x0041_ _x0001__x000b_\n\t²"_qs));
+    }
+
+    void longTextsOfManyLinesAreCompleteInTheProtocolData()
+    {
+        const auto document = dokument("ordinary");
+        const QString key = u"Protokoll Verdichtung Kalibrierfeld Bemerkungen"_qs;
+        const QString line = u"Eine Zeile mit rund dreißig Zeichen \U0001F600\u0001_x0041_"_qs;
+        document->DataStoreLet(key, (line + u"\r\n"_qs).repeated(1100));
+        document->DirektesPrüfmerkmal().setName(QString(199, u'D') + u"\U0001F600"_qs);
+        const GeleseneMappe book = mappe(*document);
+        const int first = book.zeileMit(u"Protokolldaten"_qs, u'A', key);
+        QVERIFY(first > 0);
+        QString whole;
+        for (int row = first; row < first + 3; ++row)
+            whole += book.zelle(u"Protokolldaten"_qs, u'B' + QString::number(row)).wert.toString();
+        QString expected = line + u'\n';
+        expected.replace(u"_x0041_"_qs, u"_x005F_x0041_"_qs).replace(u"\u0001"_qs, u"_x0001_"_qs);
+        QCOMPARE(whole, expected.repeated(1100));
+    }
+
+    void aRefusalOfTheLibraryIsToldInGerman()
+    {
+        QTemporaryDir folder;
+        Arbeitsmappe book(folder.filePath(u"a.xlsx"_qs), QDateTime::fromSecsSinceEpoch(0));
+        Blatt sheet(book, u"A"_qs);
+        try {
+            sheet.text(2'000'000, 0, u"x"_qs); // no such row
+            QFAIL("not refused");
+        } catch (const RunTimeError &error) {
+            QCOMPARE(error.number(), 5);
+            const QString german = RunTimeError::textOf(ErrorNumber::InvalidProcedureCall) +
+                                   u": ein Inhalt passt nicht in die Tabelle (Kennzahl "_qs;
+            QVERIFY2(error.description().startsWith(german), qPrintable(error.description()));
+            QVERIFY(error.description().size() <= german.size() + 3);
+        }
+    }
+
+    void everyNumberFitsItsColumn_data() { jedesBeispiel(); }
+    void everyNumberFitsItsColumn()
+    {
+        QFETCH(QByteArray, example);
+        const auto document = dokument(example.constData());
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"a.xlsx"_qs);
+        QVERIFY(schreibeTabelle(*document, path, QDateTime()));
+        const GeleseneMappe &book = m_books.at(example.toStdString());
+        const QStringList sheets{u"Messwerte"_qs, u"Auswertung"_qs, u"Kalibriergeraden"_qs};
+        for (qsizetype sheet = 0; sheet < sheets.size(); ++sheet) {
+            const QByteArray xml = teil(path, u"xl/worksheets/sheet%1.xml"_qs.arg(sheet + 1));
+            for (const QString &address : book.zellen(sheets[sheet])) {
+                const GeleseneZelle cell = book.zelle(sheets[sheet], address);
+                if (!cell.wert.isDouble() || !cell.zahlenformat.startsWith(u"#,##0"_qs) ||
+                    std::abs(cell.wert.toDouble()) >= 1e50) // no column is wide enough
+                    continue;
+                const auto decimals = static_cast<std::int32_t>(cell.zahlenformat.count(u'0') - 1);
+                const qsizetype shown =
+                    document->values().display(cell.wert.toDouble(), decimals).size();
+                QVERIFY2(spaltenbreite(xml, address[0]) >= double(shown),
+                         qPrintable(sheets[sheet] + u'!' + address));
+            }
+        }
+    }
+
+    void aNoteIsAFormulaThatEndsWithTheGap()
+    {
+        const GeleseneMappe &book =
+            m_books.at("a value that is no number, one too large, one empty");
+        QCOMPARE(book.zelle(u"Messwerte"_qs, u"G4"_qs).formel,
+                 u"=MID(IF(COUNT(Messwerte!$E$4)=1,\"\",\"; direktes Prüfmerkmal: leer\")&"
+                 u"IF(COUNT(Messwerte!$F$4)=1,\"\",\"; indirektes Prüfmerkmal: „1E999“: "
+                 u"Überlauf\"),3,999)"_qs);
+    }
+
+    void aLongTextInANoteIsShortened()
+    {
+        const auto document = dokument("ordinary");
+        document->DataStore().set(document->MesswertKey(pmDirekt, 1, 1),
+                                  QString(u"\"\u0001\r\n"_qs + QString(400, u'ß')));
+        const GeleseneZelle note = mappe(*document).zelle(u"Messwerte"_qs, u"G2"_qs);
+        QCOMPARE(note.wert.toString(), u"direktes Prüfmerkmal: „\"  "_qs + QString(97, u'ß') +
+                                           u"…“: Typen unverträglich"_qs);
+        QVERIFY(note.formel.contains(u"„\"\"  ßß"_qs));
+        QVERIFY(note.formel.size() < 255);
     }
 
     void protocolDataAreCompleteAndInOrder()
@@ -445,6 +469,20 @@ private:
              u"import sys,zipfile;sys.stdout.buffer.write(zipfile.ZipFile(sys.argv[1]).read(sys.argv[2]))"_qs,
              path, name},
             &good);
+    }
+
+    // In characters, as the sheet's \a xml has it.
+    static double spaltenbreite(const QByteArray &xml, QChar column)
+    {
+        const int number = column.unicode() - u'A' + 1;
+        static const QRegularExpression entry(
+            u"<col min=\"(\\d+)\" max=\"(\\d+)\" width=\"([0-9.]+)\""_qs);
+        for (auto found = entry.globalMatch(QString::fromUtf8(xml)); found.hasNext();) {
+            const QRegularExpressionMatch match = found.next();
+            if (match.captured(1).toInt() <= number && number <= match.captured(2).toInt())
+                return match.captured(3).toDouble();
+        }
+        return 0;
     }
 
     std::map<std::string, GeleseneMappe> m_books;

@@ -115,6 +115,21 @@ private slots:
     }
 
 #ifdef Q_OS_UNIX
+    // Here nothing keeps a file that another program has open from being replaced: that one goes on
+    // reading what it has opened.
+    void aFileThatIsOpenElsewhereIsReplaced()
+    {
+        QTemporaryDir folder;
+        const QString target = folder.filePath(u"a.xlsx"_qs);
+        QVERIFY(lege(target, "old"));
+        QFile elsewhere(target);
+        QVERIFY(elsewhere.open(QIODevice::ReadWrite));
+        QCOMPARE(schreibe(*dokument("ordinary"), target), 0);
+        QCOMPARE(elsewhere.readAll(), QByteArray("old"));
+        QVERIFY(inhalt(target).startsWith("PK"));
+        QVERIFY(GeleseneMappe::lies(target).blaetter().size() == 4 || !GeleseneMappe::moeglich());
+    }
+
     void aFolderWithoutWritePermissionIsNamed()
     {
         QTemporaryDir folder;
@@ -217,7 +232,8 @@ private slots:
         QTest::addColumn<int>("percent");
         QTest::newRow("while rows are written") << 12;
         QTest::newRow("before packing") << 60;
-        QTest::newRow("while it is checked") << 90;
+        QTest::newRow("before it is checked") << 90;
+        QTest::newRow("while it is checked") << 95;
     }
 
     void cancellingLeavesTheOldFile()

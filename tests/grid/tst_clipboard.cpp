@@ -15,6 +15,8 @@ private slots:
     void cutClearsCellsWithoutWholeRows();
     void cutRemovesExactlyTheRowsItCopied_data();
     void cutRemovesExactlyTheRowsItCopied();
+    void cutOfNothingChangesNothing_data();
+    void cutOfNothingChangesNothing();
     void threeLinesPastedAboveRowTwoBecomeRowsTwoToFour();
     void pasteRaisesNoEvent();
     void lineBreaksAtTheEndInsertNoRows_data();
@@ -254,6 +256,33 @@ void TestClipboard::gridTextTakesAllCells()
     f.edit->setGridText(1, 1, u"zwei"_qs);
     QCOMPARE(f.edit->GridText(1, 1), u"zwei"_qs);
     QVERIFY(f.takeEvents().isEmpty());
+}
+
+void TestClipboard::cutOfNothingChangesNothing_data()
+{
+    QTest::addColumn<bool>("wholeLine");
+    QTest::addColumn<QList<int>>("bounds"); // start column and row, end column and row; -1 none
+    QTest::newRow("rows that cross") << false << QList{-1, 3, -1, 2};
+    QTest::newRow("columns that cross") << false << QList{1, -1, 0, -1};
+    QTest::newRow("whole rows that cross") << true << QList{-1, 3, -1, 2};
+    QTest::newRow("no column of whole rows") << true << QList{9, -1, -1, -1};
+}
+
+void TestClipboard::cutOfNothingChangesNothing()
+{
+    QFETCH(const bool, wholeLine);
+    QFETCH(const QList<int>, bounds);
+    EditGridFixture f(5, 2);
+    f.edit->setClipboardDoWholeLine(wholeLine);
+    f.clipboard = u"vorher"_qs;
+    const QString before = f.edit->GridText(true);
+    const auto given = [&](int i) {
+        return bounds.at(i) < 0 ? std::nullopt : std::optional(bounds.at(i));
+    };
+    f.edit->ClipboardCut(given(0), given(1), given(2), given(3));
+    QVERIFY(f.takeEvents().isEmpty());
+    QCOMPARE(f.edit->GridText(true), before);
+    QCOMPARE(f.clipboard, u"vorher"_qs);
 }
 
 REGISTER_TEST(TestClipboard)

@@ -41,6 +41,14 @@ private slots:
     void anEditThatBeginsAtMidnightCommits();
     void formatStringShapesTheCommittedText();
     void aSecondBeginEditKeepsTheTypedText();
+    void theNextEditGivesTheFocusToNoOtherControl();
+    void aColumnRemovedByAHandlerIsNotOffered();
+    void theEditedColumnRemovedWhileEditingDiscardsTheEdit();
+    void aTextLongerThanTheEditorTakesStays();
+    void anEditableListShowsTheCellsText();
+    void anEditableListThatIsEmptiedEmptiesTheCell_data();
+    void anEditableListThatIsEmptiedEmptiesTheCell();
+    void withAutoRowAddASourcedGridGetsAnEmptyRow();
     void beginEditInAHandlerOfTheSameEditIsIgnored();
     void processReadyMayBeginTheNextEdit();
     void aCommitByLossOfFocusLeavesFocusAndCellAlone();
@@ -824,6 +832,145 @@ void TestEditing::anotherGridTakesOver()
     QCOMPARE(second->textMatrix(1, 0), u"neu"_qs);
     QCOMPARE(f.takeEvents(), QStringList({u"BeforeCellEdit 1,0 "_qs, u"AfterCellEdit 1,0 neu"_qs,
                                           u"ProcessReady"_qs}));
+}
+
+void TestEditing::theNextEditGivesTheFocusToNoOtherControl()
+{
+    EditGridFixture f;
+    f.show();
+    f.edit->BeginEdit();
+    f.type(u"neu"_qs);
+    QList<QWidget *> focused;
+    const QObject here;
+    connect(qApp, &QApplication::focusChanged, &here,
+            [&](QWidget *, QWidget *now) { focused.append(now); });
+    f.grid->setCell(3, 1);
+    f.edit->BeginEdit();
+    QCOMPARE(focused, QList<QWidget *>({f.grid->table(), f.editor}));
+    QCOMPARE(f.grid->textMatrix(1, 0), u"neu"_qs);
+    QCOMPARE(f.editor->text(), u"r3c1"_qs);
+}
+
+void TestEditing::aColumnRemovedByAHandlerIsNotOffered()
+{
+    EditGridFixture f;
+    f.edit->setGridMultibleEdit(true);
+    f.show();
+    f.grid->setCursorCells({1, 0, 2, 3});
+    connect(f.edit.get(), &clsEditGrid::AfterCellEdit, this, [&f] { f.grid->setCols(2); });
+    f.edit->BeginEdit();
+    f.type(u"x"_qs);
+    f.takeEvents();
+    f.key(Qt::Key_Return);
+    QCOMPARE(f.takeEvents(), QStringList({u"AfterCellEdit 1,0 x"_qs, u"AfterCellEdit 1,1 x"_qs,
+                                          u"AfterCellEdit 2,0 x"_qs, u"AfterCellEdit 2,1 x"_qs,
+                                          u"ProcessReady"_qs}));
+}
+
+void TestEditing::theEditedColumnRemovedWhileEditingDiscardsTheEdit()
+{
+    EditGridFixture f;
+    f.show();
+    f.grid->setCell(1, 3);
+    f.edit->BeginEdit();
+    f.type(u"neu"_qs);
+    f.takeEvents();
+    f.grid->setCols(2);
+    QTRY_VERIFY(!f.edit->isEditing());
+    QCOMPARE(f.takeEvents(), QStringList({u"CancelCellEdit 1,1"_qs, u"ProcessReady"_qs}));
+    QCOMPARE(f.rowTexts(1), QStringList({u"r1c0"_qs, u"r1c1"_qs}));
+}
+
+void TestEditing::aTextLongerThanTheEditorTakesStays()
+{
+    EditGridFixture f;
+    f.editor->setMaxLength(3);
+    f.show();
+    f.edit->BeginEdit();
+    QCOMPARE(f.editor->text(), u"r1c"_qs);
+    f.behind->setFocus();
+    QCOMPARE(f.grid->textMatrix(1, 0), u"r1c0"_qs);
+}
+
+namespace {
+
+QComboBox *editableList(EditGridFixture &f)
+{
+    auto *combo = new QComboBox(f.window.get());
+    combo->setEditable(true);
+    combo->addItems({u"Kies"_qs, u"Sand"_qs});
+    f.edit->setInputObject(combo);
+    f.show();
+    return combo;
+}
+
+} // namespace
+
+void TestEditing::anEditableListShowsTheCellsText()
+{
+    EditGridFixture f;
+    const QComboBox *combo = editableList(f);
+    for (const QString &text : {u"Ton"_qs, u"Kiesel"_qs, u"kies"_qs, QString()}) {
+        for (const Qt::Key leave : {Qt::Key_Return, Qt::Key_Tab}) {
+            f.grid->setCell(1, 0);
+            f.grid->setTextMatrix(1, 0, text);
+            f.key(Qt::Key_F2);
+            QCOMPARE(combo->currentText(), text);
+            f.key(leave);
+            QCOMPARE(f.grid->textMatrix(1, 0), text);
+        }
+        f.grid->setCell(1, 0);
+        f.key(Qt::Key_F2);
+        f.behind->setFocus();
+        QCOMPARE(f.grid->textMatrix(1, 0), text);
+        f.grid->setFocus();
+    }
+    f.grid->setTextMatrix(1, 0, u"Kies"_qs);
+    f.key(Qt::Key_Return);
+    f.key(Qt::Key_Down);
+    f.key(Qt::Key_Return);
+    QCOMPARE(f.grid->textMatrix(1, 0), u"Sand"_qs);
+}
+
+void TestEditing::anEditableListThatIsEmptiedEmptiesTheCell_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("byBackspace");
+    QTest::newRow("an entry, Backspace on the grid") << u"Kies"_qs << true;
+    QTest::newRow("no entry, Backspace on the grid") << u"Ton"_qs << true;
+    QTest::newRow("an entry, cleared") << u"Kies"_qs << false;
+    QTest::newRow("no entry, cleared") << u"Ton"_qs << false;
+}
+
+void TestEditing::anEditableListThatIsEmptiedEmptiesTheCell()
+{
+    QFETCH(const QString, text);
+    QFETCH(const bool, byBackspace);
+    EditGridFixture f;
+    const QComboBox *combo = editableList(f);
+    f.grid->setTextMatrix(1, 0, text);
+    f.key(byBackspace ? Qt::Key_Backspace : Qt::Key_Return);
+    if (!byBackspace)
+        f.key(Qt::Key_Delete);
+    QCOMPARE(combo->currentText(), QString());
+    f.behind->setFocus();
+    QCOMPARE(f.grid->textMatrix(1, 0), QString());
+}
+
+void TestEditing::withAutoRowAddASourcedGridGetsAnEmptyRow()
+{
+    EditGridFixture f(2, 2);
+    f.edit->setGridAutoRowAdd(true);
+    f.grid->setSourcedRows(4, [](int row) {
+        return QStringList{u"a%1"_qs.arg(row), u"b%1"_qs.arg(row)};
+    });
+    f.show();
+    f.grid->setCell(3, 1);
+    f.edit->BeginEdit();
+    f.key(Qt::Key_Return);
+    QCOMPARE(f.colTexts(0), QStringList({u"a1"_qs, u"a2"_qs, u"a3"_qs, QString()}));
+    QCOMPARE(f.rowTexts(4), QStringList({QString(), QString()}));
+    QCOMPARE(f.grid->cursorCells(), GridCursor::at(4, 0));
 }
 
 REGISTER_TEST(TestEditing)

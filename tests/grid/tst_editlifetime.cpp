@@ -30,6 +30,12 @@ private slots:
     void theControllerDeletedInAHandler();
     void theEditorDeletedInAHandler();
     void theGridDetachedInAHandlerEndsTheCommit();
+    void anotherGridAttachedInAHandlerTakesNoText_data();
+    void anotherGridAttachedInAHandlerTakesNoText();
+    void theGridMayGoWhenTheCurrentCellMoves_data();
+    void theGridMayGoWhenTheCurrentCellMoves();
+    void theControllerMayGoWhenTheFocusMoves_data();
+    void theControllerMayGoWhenTheFocusMoves();
     void anEditorChangedBetweenKindsWorks();
     void twoGridsShareNothing();
 };
@@ -389,6 +395,92 @@ void TestEditLifetime::twoGridsShareNothing()
     b.edit->setActive(false);
     QVERIFY(a.edit->isEditing());
     QVERIFY(b.takeEvents().isEmpty());
+}
+
+void TestEditLifetime::anotherGridAttachedInAHandlerTakesNoText_data()
+{
+    QTest::addColumn<QString>("event");
+    QTest::newRow("BeforeCellEdit") << u"BeforeCellEdit"_qs;
+    QTest::newRow("AfterCellEdit") << u"AfterCellEdit"_qs;
+    QTest::newRow("CancelCellEdit") << u"CancelCellEdit"_qs;
+    QTest::newRow("BeforeRowAdd") << u"BeforeRowAdd"_qs;
+}
+
+void TestEditLifetime::anotherGridAttachedInAHandlerTakesNoText()
+{
+    QFETCH(const QString, event);
+    EditGridFixture f;
+    auto *other = new GridControl(f.window.get());
+    other->setRows(5);
+    other->setCols(4);
+    f.window->layout()->addWidget(other);
+    f.edit->setGridAutoRowAdd(true);
+    f.show();
+    f.grid->setCell(4, 1);
+    other->setCell(4, 1);
+    onEvent(f, event, [&] { f.edit->setMSFlexGrid(other); });
+    f.edit->BeginEdit();
+    if (f.edit->isEditing()) {
+        f.type(u"neu"_qs);
+        f.edit->EndEdit(event == u"CancelCellEdit"_qs);
+    }
+    QVERIFY(f.events.last().startsWith(event));
+    QVERIFY(!f.edit->isEditing());
+    QVERIFY(!f.editor->isVisible());
+    QCOMPARE(f.grid->rows(), 5);
+    QCOMPARE(other->rows(), 5);
+    QCOMPARE(other->cursorCells(), GridCursor::at(4, 1));
+    QCOMPARE(other->textMatrix(4, 1), QString());
+    QVERIFY(f.grid->redraw());
+}
+
+void TestEditLifetime::theGridMayGoWhenTheCurrentCellMoves_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("editing");
+    QTest::newRow("Enter") << int(Qt::Key_Return) << true;
+    QTest::newRow("Tab in the editor") << int(Qt::Key_Tab) << true;
+    QTest::newRow("Tab") << int(Qt::Key_Tab) << false;
+    QTest::newRow("Down") << int(Qt::Key_Down) << false;
+}
+
+void TestEditLifetime::theGridMayGoWhenTheCurrentCellMoves()
+{
+    QFETCH(const int, key);
+    QFETCH(const bool, editing);
+    EditGridFixture f;
+    f.show();
+    f.modelTester.reset();
+    if (editing)
+        f.edit->BeginEdit();
+    connect(f.grid, &GridControl::currentCellChanged, f.grid, [&f] { delete f.grid; });
+    f.key(Qt::Key(key));
+    QVERIFY(!f.edit->MSFlexGrid());
+    QVERIFY(!f.events.contains(u"ProcessReady"_qs));
+}
+
+void TestEditLifetime::theControllerMayGoWhenTheFocusMoves_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("commit") << int(Qt::Key_Return);
+    QTest::newRow("discard") << int(Qt::Key_Escape);
+}
+
+void TestEditLifetime::theControllerMayGoWhenTheFocusMoves()
+{
+    QFETCH(const int, key);
+    EditGridFixture f;
+    f.show();
+    f.edit->BeginEdit();
+    f.type(u"neu"_qs);
+    f.takeEvents();
+    const QObject here;
+    connect(qApp, &QApplication::focusChanged, &here, [&f] { f.edit.reset(); });
+    f.key(Qt::Key(key));
+    QVERIFY(!f.edit);
+    QVERIFY(!f.editor->isVisible());
+    QVERIFY(f.takeEvents().isEmpty());
+    QCOMPARE(f.grid->textMatrix(1, 0), u"r1c0"_qs);
 }
 
 REGISTER_TEST(TestEditLifetime)

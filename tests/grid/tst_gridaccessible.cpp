@@ -13,6 +13,7 @@ private slots:
     void theTableTellsItsNameSizeHeadersAndCells();
     void theTableTellsTheCurrentCellAndTheSelection();
     void theOpenEditorIsBesideTheTable();
+    void afterACommitTheTableTellsTheNewTextAndTheNextCell();
 };
 
 namespace {
@@ -68,6 +69,21 @@ void TestGridAccessible::theOpenEditorIsBesideTheTable()
     QVERIFY(of(f.editor)->state().focused);
     QCOMPARE(of(f.editor)->text(QAccessible::Value), u"r2c1"_qs);
     QCOMPARE(of(f.editor)->text(QAccessible::Description), u"Zeile 2, r0c1"_qs);
+}
+
+void TestGridAccessible::afterACommitTheTableTellsTheNewTextAndTheNextCell()
+{
+    EditGridFixture f;
+    f.show();
+    f.edit->BeginEdit();
+    f.type(u"neu"_qs);
+    QAccessibleInterface *table = of(f.grid->table());
+    QCOMPARE(of(f.editor)->text(QAccessible::Value), u"neu"_qs);
+    QCOMPARE(table->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), u"r1c0"_qs);
+    f.key(Qt::Key_Return);
+    QCOMPARE(table->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), u"neu"_qs);
+    QCOMPARE(table->focusChild()->text(QAccessible::Name), u"r1c1"_qs);
+    QVERIFY(of(f.editor)->state().invisible);
 }
 
 REGISTER_TEST(TestGridAccessible)

@@ -6,6 +6,8 @@
 #include <QSignalSpy>
 #include <QTableView>
 
+#include <memory>
+
 /// The display-only control.
 class TestGridControl : public QObject
 {
@@ -29,6 +31,8 @@ private slots:
     void theTableSelectsWhatTheCursorSays();
     void worksWithoutHeaderAndWithoutRows();
     void severalFixedRowsAreHeaderLines();
+    void onlyVisibleRowsAreAskedFor();
+    void copiesAndTextsReachRowsNeverAskedForBefore();
 };
 
 void TestGridControl::movingTheCurrentCellDropsTheSelection()
@@ -300,6 +304,72 @@ void TestGridControl::severalFixedRowsAreHeaderLines()
     QCOMPARE(f.grid->row(), 2);
     f.grid->setTextMatrix(1, 1, u"m"_qs);
     QCOMPARE(f.grid->table()->model()->headerData(1, Qt::Horizontal).toString(), u"r0c1\nm"_qs);
+}
+
+namespace {
+
+/// Rows of texts made from their numbers, and which were asked for.
+struct Source
+{
+    QStringList operator()(int row) const
+    {
+        asked->append(row);
+        return {u"a%1"_qs.arg(row), u"b%1"_qs.arg(row)};
+    }
+    std::shared_ptr<QList<int>> asked = std::make_shared<QList<int>>();
+};
+
+} // namespace
+
+void TestGridControl::onlyVisibleRowsAreAskedFor()
+{
+    EditGridFixture f(2, 2);
+    f.modelTester.reset(); // it asks for rows as well
+    const Source source;
+    f.grid->setSourcedRows(100'001, source);
+    f.show();
+    const int page = f.grid->table()->viewport()->height() / f.grid->rowHeight(1) + 2;
+    QVERIFY(QTest::qWaitForWindowExposed(f.window.get()));
+    QCoreApplication::processEvents();
+    QVERIFY(!source.asked->isEmpty());
+    QVERIFY2(source.asked->size() <= page, qPrintable(QString::number(source.asked->size())));
+    source.asked->clear();
+    f.key(Qt::Key_End, Qt::ControlModifier);
+    QCoreApplication::processEvents();
+    QCOMPARE(f.grid->row(), 100'000);
+    QVERIFY(source.asked->contains(100'000));
+    QVERIFY2(source.asked->size() <= page, qPrintable(QString::number(source.asked->size())));
+    source.asked->clear();
+    f.grid->table()->verticalScrollBar()->setValue(50'000 * f.grid->rowHeight(1));
+    f.grid->table()->viewport()->repaint();
+    QVERIFY(source.asked->contains(50'001));
+    QVERIFY2(source.asked->size() <= page, qPrintable(QString::number(source.asked->size())));
+    source.asked->clear();
+    f.edit->BeginEdit();
+    f.type(u"x"_qs);
+    f.key(Qt::Key_Return);
+    QVERIFY(source.asked->size() <= page);
+    QCOMPARE(f.grid->textMatrix(100'000, 1), u"x"_qs);
+}
+
+void TestGridControl::copiesAndTextsReachRowsNeverAskedForBefore()
+{
+    EditGridFixture f(2, 2);
+    f.modelTester.reset();
+    const Source source;
+    f.grid->setSourcedRows(1001, source);
+    f.show();
+    f.grid->setCursorCells({900, 0, 901, 1});
+    f.edit->ClipboardCopy();
+    QCOMPARE(f.clipboard, u"a900\tb900\r\na901\tb901\r\n"_qs);
+    QVERIFY(source.asked->size() < 200);
+    const QString all = f.edit->GridText();
+    QCOMPARE(all.count(u'\n'), 1000);
+    QVERIFY(all.startsWith(u"a1\tb1\r\na2\tb2\r\n"_qs));
+    QVERIFY(all.endsWith(u"a999\tb999\r\na1000\tb1000\r\n"_qs));
+    QCOMPARE(source.asked->size(), 1000);
+    QCOMPARE(QSet<int>(source.asked->begin(), source.asked->end()).size(), 1000);
+    QCOMPARE(f.edit->GridText(500, 1), u"b500"_qs);
 }
 
 REGISTER_TEST(TestGridControl)

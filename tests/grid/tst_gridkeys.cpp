@@ -2,7 +2,9 @@
 #include "tests/support/testregistry.h"
 
 #include "grid/gridkeys.h"
+#include "grid/gridmodel.h"
 
+#include <QComboBox>
 #include <QInputMethodEvent>
 #include <QIntValidator>
 #include <QTableView>
@@ -35,7 +37,17 @@ private slots:
     void aKeyUsedByTheOwnerDoesNothingMore();
     void enterOnAVetoedCellIsUsedUp();
     void aComposedCharacterReplacesTheText();
+    void aRefusedFirstCharacterKeepsTheText_data();
+    void aRefusedFirstCharacterKeepsTheText();
     void aValidatorDecidesAboutTheFirstCharacter();
+    void backspaceAndLeavingEmptiesTheCell();
+    void aCompositionReplacesTheTextOnceItIsDone();
+    void anAbandonedCompositionKeepsTheText();
+    void aCompositionCutOffByLeavingKeepsTheText();
+    void aRefusedCompositionKeepsTheText();
+    void aComposedLetterChoosesAnEntry();
+    void theInputMethodIsToldWhereTheCellIs();
+    void eachOptionSilencesOnlyItsOwnKeys();
 };
 
 void TestGridKeys::ctrlInsertAddsAsManyRowsAsAreSelected()
@@ -384,6 +396,37 @@ void TestGridKeys::aComposedCharacterReplacesTheText()
     QCOMPARE(f.grid->textMatrix(1, 0), u"é"_qs);
 }
 
+void TestGridKeys::aRefusedFirstCharacterKeepsTheText_data()
+{
+    QTest::addColumn<QString>("cell");
+    QTest::addColumn<bool>("masked");
+    QTest::newRow("a text that the validator takes") << u"12"_qs << false;
+    QTest::newRow("a text that it would not take") << u"etwa 12"_qs << false;
+    QTest::newRow("an input mask") << u"12"_qs << true;
+}
+
+void TestGridKeys::aRefusedFirstCharacterKeepsTheText()
+{
+    QFETCH(const QString, cell);
+    QFETCH(const bool, masked);
+    EditGridFixture f;
+    QIntValidator digits(0, 99, nullptr);
+    if (masked)
+        f.editor->setInputMask(u"99"_qs);
+    else
+        f.editor->setValidator(&digits);
+    f.grid->setTextMatrix(1, 0, cell);
+    f.show();
+    f.type(u"x"_qs);
+    QVERIFY(f.edit->isEditing());
+    QCOMPARE(f.editor->text(), cell);
+    QCOMPARE(f.editor->selectedText(), cell);
+    f.behind->setFocus();
+    QVERIFY(!f.edit->isEditing());
+    QCOMPARE(f.grid->textMatrix(1, 0), cell);
+    f.editor->setValidator(nullptr);
+}
+
 void TestGridKeys::aValidatorDecidesAboutTheFirstCharacter()
 {
     EditGridFixture f;
@@ -391,10 +434,136 @@ void TestGridKeys::aValidatorDecidesAboutTheFirstCharacter()
     f.editor->setValidator(&digits);
     f.show();
     f.type(u"x"_qs);
-    QCOMPARE(f.editor->text(), QString());
+    QCOMPARE(f.editor->text(), u"r1c0"_qs);
     f.type(u"7"_qs);
     QCOMPARE(f.editor->text(), u"7"_qs);
+    f.key(Qt::Key_Return);
+    QCOMPARE(f.grid->textMatrix(1, 0), u"7"_qs);
+    f.type(u"8x"_qs);
+    QCOMPARE(f.editor->text(), u"8"_qs);
     f.editor->setValidator(nullptr);
+}
+
+void TestGridKeys::backspaceAndLeavingEmptiesTheCell()
+{
+    EditGridFixture f;
+    f.show();
+    f.key(Qt::Key_Backspace);
+    f.behind->setFocus();
+    QCOMPARE(f.grid->textMatrix(1, 0), QString());
+    QVERIFY(f.events.contains(u"AfterCellEdit 1,0 "_qs));
+}
+
+namespace {
+
+void compose(const QString &preedit, const QString &commit = QString())
+{
+    QInputMethodEvent event(preedit, {});
+    event.setCommitString(commit);
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+}
+
+} // namespace
+
+void TestGridKeys::aCompositionReplacesTheTextOnceItIsDone()
+{
+    EditGridFixture f;
+    f.show();
+    compose(u"´"_qs);
+    QVERIFY(f.editor->hasFocus());
+    compose(QString(), u"é"_qs);
+    QCOMPARE(f.editor->text(), u"é"_qs);
+    f.key(Qt::Key_Return);
+    QCOMPARE(f.grid->textMatrix(1, 0), u"é"_qs);
+}
+
+void TestGridKeys::anAbandonedCompositionKeepsTheText()
+{
+    EditGridFixture f;
+    f.show();
+    compose(u"´"_qs);
+    compose(u"´´"_qs);
+    compose(QString());
+    QVERIFY(f.editor->hasFocus());
+    QCOMPARE(f.editor->text(), u"r1c0"_qs);
+    QCOMPARE(f.editor->selectedText(), u"r1c0"_qs);
+    f.behind->setFocus();
+    QCOMPARE(f.grid->textMatrix(1, 0), u"r1c0"_qs);
+}
+
+void TestGridKeys::aCompositionCutOffByLeavingKeepsTheText()
+{
+    EditGridFixture f;
+    f.show();
+    compose(u"´"_qs);
+    f.behind->setFocus();
+    QVERIFY(!f.edit->isEditing());
+    QCOMPARE(f.grid->textMatrix(1, 0), u"r1c0"_qs);
+}
+
+void TestGridKeys::aRefusedCompositionKeepsTheText()
+{
+    EditGridFixture f;
+    QIntValidator digits(0, 99, nullptr);
+    f.editor->setValidator(&digits);
+    f.grid->setTextMatrix(1, 0, u"12"_qs);
+    f.show();
+    compose(u"´"_qs);
+    compose(QString(), u"é"_qs);
+    QCOMPARE(f.editor->text(), u"12"_qs);
+    f.behind->setFocus();
+    QCOMPARE(f.grid->textMatrix(1, 0), u"12"_qs);
+    f.editor->setValidator(nullptr);
+}
+
+void TestGridKeys::aComposedLetterChoosesAnEntry()
+{
+    EditGridFixture f;
+    auto *combo = new QComboBox(f.window.get());
+    combo->addItems({u"Kies"_qs, u"Élan"_qs});
+    f.edit->setInputObject(combo);
+    f.grid->setTextMatrix(1, 0, u"Kies"_qs);
+    f.show();
+    compose(QString(), u"É"_qs);
+    QCOMPARE(combo->currentText(), u"Élan"_qs);
+    f.key(Qt::Key_Escape);
+    compose(QString(), u"ñ"_qs);
+    f.behind->setFocus();
+    QCOMPARE(f.grid->textMatrix(1, 0), u"Kies"_qs);
+}
+
+void TestGridKeys::theInputMethodIsToldWhereTheCellIs()
+{
+    EditGridFixture f;
+    f.show();
+    f.grid->setCell(3, 2);
+    QInputMethodQueryEvent query(Qt::ImCursorRectangle);
+    QCoreApplication::sendEvent(f.grid->table(), &query);
+    const QRect told = query.value(Qt::ImCursorRectangle).toRect();
+    const QWidget *viewport = f.grid->table()->viewport();
+    const QRect cell = f.grid->table()->visualRect(f.grid->model()->cell(3, 2));
+    QCOMPARE(told, cell.translated(viewport->mapTo(f.grid->table(), QPoint(0, 0))));
+}
+
+void TestGridKeys::eachOptionSilencesOnlyItsOwnKeys()
+{
+    EditGridFixture f(4, 2);
+    f.edit->setGridIgnoreAddDelKeys(true);
+    f.show();
+    f.key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(f.clipboard, u"r1c0\tr1c1\r\n"_qs);
+    f.key(Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(f.grid->rows(), 5);
+    f.key(Qt::Key_X, Qt::ControlModifier);
+    QCOMPARE(f.grid->rows(), 4);
+    f.edit->setGridIgnoreAddDelKeys(false);
+    f.edit->setGridIgnoreClipboardKeys(true);
+    f.key(Qt::Key_Insert, Qt::ControlModifier);
+    QCOMPARE(f.grid->rows(), 5);
+    f.key(Qt::Key_Delete, Qt::ControlModifier);
+    QCOMPARE(f.grid->rows(), 4);
+    f.key(Qt::Key_Delete);
+    QCOMPARE(f.grid->textMatrix(1, 0), QString());
 }
 
 REGISTER_TEST(TestGridKeys)

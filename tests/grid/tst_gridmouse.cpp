@@ -13,6 +13,7 @@ private slots:
     void aClickMakesTheCellCurrent();
     void dragSelectsFromWhereItBegan();
     void aSelectionDraggedDownEndsAtTheLastRow();
+    void aMoveWithoutTheButtonEndsTheDrag();
     void shiftClickExtendsTheSelection();
     void aClickOnAFixedColumnSelectsTheRow();
     void aDoubleClickEdits();
@@ -29,10 +30,10 @@ QWidget *viewport(const EditGridFixture &f)
     return f.grid->table()->viewport();
 }
 
-void move(const EditGridFixture &f, QPoint to)
+void move(const EditGridFixture &f, QPoint to, Qt::MouseButtons held = Qt::LeftButton)
 {
-    QMouseEvent event(QEvent::MouseMove, to, viewport(f)->mapToGlobal(to), Qt::NoButton,
-                      Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent event(QEvent::MouseMove, to, viewport(f)->mapToGlobal(to), Qt::NoButton, held,
+                      Qt::NoModifier);
     QCoreApplication::sendEvent(viewport(f), &event);
 }
 
@@ -154,6 +155,19 @@ void TestGridMouse::aClickOnAnotherControlCommitsAndKeepsItsFocus()
     QTest::mouseClick(f.behind, Qt::LeftButton);
     QVERIFY(f.behind->hasFocus());
     QCOMPARE(f.grid->textMatrix(1, 0), u"neu"_qs);
+}
+
+void TestGridMouse::aMoveWithoutTheButtonEndsTheDrag()
+{
+    EditGridFixture f;
+    f.show();
+    QTest::mousePress(viewport(f), Qt::LeftButton, {}, f.cellCentre(2, 1));
+    // The release went elsewhere, as when the press has opened a dialog.
+    move(f, f.cellCentre(4, 3), Qt::RightButton);
+    QCOMPARE(f.grid->cursorCells(), GridCursor::at(2, 1));
+    move(f, f.cellCentre(3, 3));
+    QCOMPARE(f.grid->cursorCells(), GridCursor::at(2, 1));
+    QTest::mouseRelease(viewport(f), Qt::LeftButton);
 }
 
 REGISTER_TEST(TestGridMouse)

@@ -4,6 +4,7 @@
 #include <QBuffer>
 #include <QImage>
 #include <QPdfWriter>
+#include <QTableView>
 
 /// The grid on a picture and on pages.
 class TestGridPrinter : public QObject
@@ -19,6 +20,8 @@ private slots:
     void furtherRowsContinueOnFurtherPages();
     void oneLargePageHoldsAllRows();
     void anEmptyGridDrawsNothing();
+    void columnsWithoutWidthDrawNothing();
+    void aDeviceWithoutResolutionTakesTheScreens();
 };
 
 namespace {
@@ -159,6 +162,35 @@ void TestGridPrinter::anEmptyGridDrawsNothing()
     QImage image = blank(100, 100);
     QVERIFY(!f.edit->PrintToPrinter(&image, true, true));
     QVERIFY(inked(image).isEmpty());
+}
+
+void TestGridPrinter::columnsWithoutWidthDrawNothing()
+{
+    PrintedGrid f(2, 2);
+    for (int col = 0; col < 2; ++col)
+        f.grid->table()->setColumnHidden(col, true);
+    QImage image = blank(100, 100);
+    QVERIFY(!f.edit->PrintToPrinter(&image, false, true));
+    QVERIFY(inked(image).isEmpty());
+}
+
+void TestGridPrinter::aDeviceWithoutResolutionTakesTheScreens()
+{
+    struct Device : QImage
+    {
+        using QImage::QImage;
+        int metric(PaintDeviceMetric which) const override
+        {
+            return which == PdmDpiX || which == PdmDpiY ? 0 : QImage::metric(which);
+        }
+    };
+    PrintedGrid f(3, 2);
+    Device image(1000, 1000, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QVERIFY(f.edit->PrintToPrinter(&image, true, true));
+    const QRect ink = inked(image);
+    QVERIFY(qAbs(ink.right() - 200) <= 2);
+    QVERIFY(qAbs(ink.bottom() - f.height()) <= 2);
 }
 
 REGISTER_TEST(TestGridPrinter)

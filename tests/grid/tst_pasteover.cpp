@@ -23,6 +23,8 @@ private slots:
     void textOfSpreadsheetsArrivesRight_data();
     void textOfSpreadsheetsArrivesRight();
     void anOpenEditIsCommittedFirst();
+    void anotherGridAttachedInAHandlerTakesNothing();
+    void theGridMayGoWhenThePastedCellsAreSelected();
     void rowsRemovedByAHandlerShiftNoText();
     void rowsInsertedByAHandlerShiftNoText();
     void deletingTheGridInAHandlerEndsIt();
@@ -178,14 +180,47 @@ void TestPasteOver::anOpenEditIsCommittedFirst()
 {
     EditGridFixture f;
     f.show();
-    f.edit->setGridAutoFocus(false);
     f.edit->BeginEdit();
     f.type(u"getippt"_qs);
+    f.takeEvents();
     f.clipboard = u"a"_qs;
     f.edit->ClipboardPasteOver();
-    QVERIFY(f.events.contains(u"AfterCellEdit 1,0 getippt"_qs));
-    QCOMPARE(f.grid->textMatrix(1, 0), u"a"_qs);
+    QCOMPARE(f.takeEvents(),
+             QStringList({u"AfterCellEdit 1,0 getippt"_qs, u"ProcessReady"_qs,
+                          u"BeforeCellEdit 1,0 getippt"_qs, u"AfterCellEdit 1,0 a"_qs,
+                          u"ProcessReady"_qs, u"CellsPasted 1,0,0"_qs}));
+    QCOMPARE(f.rowTexts(1), QStringList({u"a"_qs, u"r1c1"_qs, u"r1c2"_qs, u"r1c3"_qs}));
+    QCOMPARE(f.grid->cursorCells(), GridCursor::at(1, 0));
     QVERIFY(!f.edit->isEditing());
+    QVERIFY(f.grid->table()->hasFocus());
+}
+
+void TestPasteOver::anotherGridAttachedInAHandlerTakesNothing()
+{
+    EditGridFixture f;
+    GridControl other;
+    other.setRows(5);
+    f.clipboard = u"a\tb\nc\n"_qs;
+    connect(f.edit.get(), &clsEditGrid::AfterCellEdit, this,
+            [&] { f.edit->setMSFlexGrid(&other); });
+    f.edit->ClipboardPasteOver();
+    QCOMPARE(f.takeEvents(),
+             QStringList({u"BeforeCellEdit 1,0 r1c0"_qs, u"AfterCellEdit 1,0 a"_qs}));
+    QCOMPARE(other.textMatrix(1, 0), QString());
+    QCOMPARE(f.grid->textMatrix(1, 0), u"r1c0"_qs);
+    f.edit->setMSFlexGrid(nullptr);
+}
+
+void TestPasteOver::theGridMayGoWhenThePastedCellsAreSelected()
+{
+    EditGridFixture f;
+    f.show();
+    f.modelTester.reset();
+    f.clipboard = u"a\tb\nc\n"_qs;
+    connect(f.grid, &GridControl::selectionChanged, f.grid, [&f] { delete f.grid; });
+    f.edit->ClipboardPasteOver();
+    QVERIFY(!f.edit->MSFlexGrid());
+    QCOMPARE(f.events.filter(u"ProcessReady"_qs).size(), 0);
 }
 
 void TestPasteOver::rowsRemovedByAHandlerShiftNoText()

@@ -17,6 +17,13 @@ private slots:
     void rowsDelNeverTouchesFixedRows();
     void rowsDelBeyondTheLastRowStops();
     void aHandlerThatRemovesRowsDoesNotTakeTheLastOne();
+    void onlyTheOfferedRowGoesWhenAHandlerMovesRows_data();
+    void onlyTheOfferedRowGoesWhenAHandlerMovesRows();
+    void aRowThatTheHandlerRemovesItselfTakesNoOtherAlong();
+    void aHandlerThatAddsRowsForEverEndsWithTheRounds();
+    void aHandlerThatAttachesAnotherGridEndsTheCommand_data();
+    void aHandlerThatAttachesAnotherGridEndsTheCommand();
+    void clearingNothingClearsNothing();
     void selRowsDelMovesTheCurrentRowOntoTheLast();
     void selClearRaisesCellClearAfterEachCell();
     void ensureVisibleRowLeavesTheCurrentCell();
@@ -173,6 +180,98 @@ void TestRowCommands::nothingHappensWithoutAGrid()
     eg.setGridText(u"a"_qs, true);
     QCOMPARE(eg.GridText(), QString());
     QVERIFY(!eg.PrintToPrinter(nullptr, true, true));
+}
+
+void TestRowCommands::onlyTheOfferedRowGoesWhenAHandlerMovesRows_data()
+{
+    QTest::addColumn<bool>("inserts");
+    QTest::addColumn<QStringList>("left");
+    QTest::newRow("a row inserted above")
+        << true << QStringList({u"neu"_qs, u"r1c0"_qs, u"r3c0"_qs, u"r5c0"_qs});
+    QTest::newRow("a row removed above") << false << QStringList({u"r3c0"_qs, u"r5c0"_qs});
+}
+
+void TestRowCommands::onlyTheOfferedRowGoesWhenAHandlerMovesRows()
+{
+    QFETCH(const bool, inserts);
+    QFETCH(const QStringList, left);
+    EditGridFixture f(6, 1);
+    QStringList offered;
+    connect(f.edit.get(), &clsEditGrid::BeforeRowRemove, this, [&](int row, bool &cancel) {
+        offered.append(f.grid->textMatrix(row, 0));
+        cancel = offered.last() == u"r3c0"_qs;
+        if (offered.size() > 1)
+            return;
+        if (inserts)
+            f.grid->addItem(u"neu"_qs, 1);
+        else
+            f.grid->removeItem(1);
+    });
+    f.edit->RowsDel(2, 4);
+    QCOMPARE(offered, QStringList({u"r2c0"_qs, u"r3c0"_qs, u"r4c0"_qs}));
+    QCOMPARE(f.colTexts(0), left);
+}
+
+void TestRowCommands::aRowThatTheHandlerRemovesItselfTakesNoOtherAlong()
+{
+    EditGridFixture f(6, 1);
+    connect(f.edit.get(), &clsEditGrid::BeforeRowRemove, this,
+            [&f](int row) { f.grid->removeItem(row); });
+    f.edit->RowsDel(2, 3);
+    QCOMPARE(f.takeEvents(), QStringList({u"BeforeRowRemove 2"_qs, u"BeforeRowRemove 2"_qs}));
+    QCOMPARE(f.colTexts(0), QStringList({u"r1c0"_qs, u"r4c0"_qs, u"r5c0"_qs}));
+}
+
+void TestRowCommands::aHandlerThatAddsRowsForEverEndsWithTheRounds()
+{
+    EditGridFixture f(6, 1);
+    connect(f.edit.get(), &clsEditGrid::BeforeRowRemove, this,
+            [&f](int row) { f.grid->addItem(u"neu"_qs, row + 1); });
+    f.edit->RowsDel(2, 4);
+    QCOMPARE(f.events.filter(u"BeforeRowRemove"_qs).size(), 3);
+    QCOMPARE(f.grid->rows(), 6);
+}
+
+void TestRowCommands::aHandlerThatAttachesAnotherGridEndsTheCommand_data()
+{
+    QTest::addColumn<QString>("last");
+    QTest::newRow("BeforeRowRemove") << u"BeforeRowRemove 1"_qs;
+    QTest::newRow("BeforeRowAdd") << u"BeforeRowAdd 1"_qs;
+    QTest::newRow("CellClear") << u"CellClear 1,0"_qs;
+}
+
+void TestRowCommands::aHandlerThatAttachesAnotherGridEndsTheCommand()
+{
+    QFETCH(const QString, last);
+    EditGridFixture f(6, 1);
+    GridControl other;
+    other.setRows(6);
+    const auto attach = [&] { f.edit->setMSFlexGrid(&other); };
+    connect(f.edit.get(), &clsEditGrid::BeforeRowRemove, this, attach);
+    connect(f.edit.get(), &clsEditGrid::BeforeRowAdd, this, attach);
+    connect(f.edit.get(), &clsEditGrid::CellClear, this, attach);
+    f.grid->setCursorCells({1, 0, 3, 0});
+    if (last.startsWith(u"BeforeRowRemove"_qs))
+        f.edit->SelRowsDel();
+    else if (last.startsWith(u"BeforeRowAdd"_qs))
+        f.edit->RowsAdd(1, 2);
+    else
+        f.edit->SelClear();
+    QCOMPARE(f.takeEvents(), QStringList(last));
+    QCOMPARE(f.grid->rows(), 6);
+    QCOMPARE(other.rows(), 6);
+    QCOMPARE(f.grid->textMatrix(2, 0), u"r2c0"_qs);
+    QVERIFY(f.grid->redraw());
+    f.edit->setMSFlexGrid(nullptr);
+}
+
+void TestRowCommands::clearingNothingClearsNothing()
+{
+    EditGridFixture f(1, 2);
+    f.edit->SelClear();
+    f.edit->SelRowsDel();
+    QVERIFY(f.takeEvents().isEmpty());
+    QCOMPARE(f.grid->textMatrix(0, 0), u"r0c0"_qs);
 }
 
 REGISTER_TEST(TestRowCommands)

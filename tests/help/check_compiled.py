@@ -3,7 +3,8 @@
 
     check_compiled.py HELP_FOLDER Wendral.chm
 
-Exit code 77 (skipped) where the compiler and its companion aren't installed.
+Exit code 77 (skipped) where the compiler and its companion aren't installed, or the build was told not to
+use them; that the file is there when it should be is checked elsewhere.
 """
 import html
 import pathlib
@@ -80,6 +81,9 @@ def main():
     source, compiled = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
     if not shutil.which("chmcmd") or not shutil.which("chmls"):
         print("skipped: chmcmd and chmls (fp-utils) are not installed")
+        return 77
+    if not compiled.is_file():
+        print("skipped: this build compiles no help")
         return 77
     faults = [*compare(source, compiled), *bad_builds(source)]
     if faults:

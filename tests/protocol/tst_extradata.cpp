@@ -178,6 +178,24 @@ private slots:
         QCOMPARE(tableOf(edit).currentColumn(), 1);
     }
 
+    void enterOnACellOpensItAndNeverClosesTheWindow()
+    {
+        const auto document = documents::good();
+        frmProtocollExtraData dialog;
+        dialog.setKalibrierung(*document);
+        dialog.show();
+        QTableWidget &table = tableOf(dialog);
+        table.setCurrentCell(0, 1);
+        table.setFocus();
+        QTest::keyClick(&table, Qt::Key_Return);
+        auto *editor = dialog.findChild<QPlainTextEdit *>(u"txtEintrag"_qs);
+        QVERIFY(editor);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCOMPARE(table.currentRow(), 1);
+        QTest::keyClick(&table, Qt::Key_Enter, Qt::KeypadModifier);
+        QVERIFY(dialog.isVisible());
+    }
+
     void escapeGivesTheTypedTextUp()
     {
         DictionaryEdit edit;
