@@ -50,7 +50,13 @@ void HTMLHelp::show(int kind) const
 
 HelpPlatform HelpPlatform::system()
 {
-    return {[](const QString &name) { return QStandardPaths::findExecutable(name); }, startSilently,
+#ifdef Q_OS_WIN
+    const QStringList viewers{u"hh"_qs};
+#else
+    const QStringList viewers{u"kchmviewer"_qs, u"xchm"_qs};
+#endif
+    return {viewers, [](const QString &name) { return QStandardPaths::findExecutable(name); },
+            startSilently,
             [](const QString &file) { QDesktopServices::openUrl(QUrl::fromLocalFile(file)); }};
 }
 
@@ -64,7 +70,7 @@ void openHelp(const QString &path, const HelpPlatform &platform)
 {
     const QFileInfo compiled(path);
     if (compiled.isFile()) {
-        for (const QString &viewer : {u"hh"_qs, u"kchmviewer"_qs, u"xchm"_qs}) {
+        for (const QString &viewer : platform.viewers) {
             const QString program = platform.findProgram(viewer);
             if (!program.isEmpty() && platform.start(program, compiled.absoluteFilePath()))
                 return;

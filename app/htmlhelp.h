@@ -2,6 +2,8 @@
 
 #include "wizard/assistentdienste.h"
 
+#include <QStringList>
+
 #include <functional>
 
 /// The compiled help of the program.
@@ -33,6 +35,9 @@ private:
 /// What the platform offers for opening help.
 struct HelpPlatform
 {
+    /// Names of programs for compiled help, best first. Only this platform's own: elsewhere the
+    /// same name may be another program's.
+    QStringList viewers;
     /// The path of the program called \a name; empty where it isn't installed.
     std::function<QString(const QString &name)> findProgram;
     /// Starts \a program on \a file and does not wait for it. \returns whether it runs.

@@ -24,6 +24,8 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # windows (Qt is content with any one, and then shows them in Liberation Mono); and the plug-in that
 # draws the preview's SVG icons.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-translations-l10n, fonts-liberation, fonts-dejavu-core, libqt6svg6")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "kchmviewer | xchm")
+# What F1 opens the help with: xdg-open asks the desktop for a browser for its pages.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, kchmviewer | xchm | www-browser")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/packaging/ordnerrechte.cmake")
 include(CPack)

@@ -2,6 +2,7 @@
 # Builds the Debian package of the program: installs what is missing, makes a release build and
 # leaves the .deb in build/deb.
 set -euo pipefail
+umask 022 # apt reads the package as a user of its own
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 ensure_packages "${build_packages[@]}" "${deb_packages[@]}"

@@ -1,9 +1,14 @@
 #include "app/htmlhelp.h"
+#include "core/kalibrierung.h"
 #include "tests/support/testregistry.h"
+#include "tests/wizard/fakes.h"
+#include "wizard/frmassistent.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -25,7 +30,8 @@ struct Fixture
 
     HelpPlatform platform()
     {
-        return {[this](const QString &name) {
+        return {{u"first"_qs, u"second"_qs, u"third"_qs},
+                [this](const QString &name) {
                     return installed.contains(name) ? u"/programs/"_qs + name : QString();
                 },
                 [this](const QString &program, const QString &file) {
@@ -55,6 +61,7 @@ private slots:
     void pathDependsOnTheKind();
     void viewersAreTriedInTurn_data();
     void viewersAreTriedInTurn();
+    void viewersAreThePlatformsOwn();
     void pagesOpenWhereTheCompiledFileIsMissing();
     void withoutPagesTheDesktopIsAskedForTheFile();
     void withoutAnyHelpNothingOpens_data();
@@ -64,6 +71,8 @@ private slots:
     void relativePathReachesTheViewerInFull();
     void startedViewerGetsTheFile();
     void viewerThatCannotStartIsReported();
+    void mainWindowOpensTheHelpBesideTheProgram_data();
+    void mainWindowOpensTheHelpBesideTheProgram();
 };
 
 void TestHtmlHelp::pathDependsOnTheKind_data()
@@ -93,20 +102,30 @@ void TestHtmlHelp::viewersAreTriedInTurn_data()
     QTest::addColumn<QStringList>("installed");
     QTest::addColumn<QStringList>("broken");
     QTest::addColumn<QStringList>("expected"); // %1 is the compiled file, %2 the first page
-    const QString hh = u"/programs/hh %1"_qs;
-    const QString kchmviewer = u"/programs/kchmviewer %1"_qs;
-    const QString xchm = u"/programs/xchm %1"_qs;
+    const QString first = u"/programs/first %1"_qs;
+    const QString second = u"/programs/second %1"_qs;
+    const QString third = u"/programs/third %1"_qs;
     const QString pages = u"desktop %2"_qs;
-    const QStringList all{u"xchm"_qs, u"kchmviewer"_qs, u"hh"_qs};
-    QTest::newRow("all") << all << QStringList() << QStringList{hh};
-    QTest::newRow("two") << all.first(2) << QStringList() << QStringList{kchmviewer};
-    QTest::newRow("one") << all.first(1) << QStringList() << QStringList{xchm};
-    QTest::newRow("one broken") << all.first(2) << QStringList{u"kchmviewer"_qs}
-                                << QStringList{kchmviewer, xchm};
-    QTest::newRow("all broken") << all << all << QStringList{hh, kchmviewer, xchm, pages};
+    const QStringList all{u"third"_qs, u"second"_qs, u"first"_qs};
+    QTest::newRow("all") << all << QStringList() << QStringList{first};
+    QTest::newRow("two") << all.first(2) << QStringList() << QStringList{second};
+    QTest::newRow("one") << all.first(1) << QStringList() << QStringList{third};
+    QTest::newRow("one broken") << all.first(2) << QStringList{u"second"_qs}
+                                << QStringList{second, third};
+    QTest::newRow("all broken") << all << all << QStringList{first, second, third, pages};
     QTest::newRow("none") << QStringList() << QStringList() << QStringList{pages};
     QTest::newRow("others only") << QStringList{u"evince"_qs} << QStringList()
                                  << QStringList{pages};
+}
+
+void TestHtmlHelp::viewersAreThePlatformsOwn()
+{
+    const QStringList viewers = HelpPlatform::system().viewers;
+#ifdef Q_OS_WIN
+    QCOMPARE(viewers, QStringList{u"hh"_qs});
+#else
+    QCOMPARE(viewers, (QStringList{u"kchmviewer"_qs, u"xchm"_qs}));
+#endif
 }
 
 void TestHtmlHelp::viewersAreTriedInTurn()
@@ -129,7 +148,7 @@ void TestHtmlHelp::pagesOpenWhereTheCompiledFileIsMissing()
 {
     Fixture f;
     makeFile(f.pages());
-    f.installed = {u"kchmviewer"_qs};
+    f.installed = {u"first"_qs};
     f.help.showHelp();
     QCOMPARE(f.opened, QStringList{u"desktop "_qs + f.pages()});
 }
@@ -153,7 +172,7 @@ void TestHtmlHelp::withoutAnyHelpNothingOpens()
 {
     QFETCH(int, kind);
     Fixture f;
-    f.installed = {u"kchmviewer"_qs};
+    f.installed = {u"first"_qs};
     f.help.show(kind);
     QCOMPARE(f.opened, QStringList());
     QVERIFY(!QApplication::activeModalWidget());
@@ -176,7 +195,7 @@ void TestHtmlHelp::pagesOfTheProgramAreNotThoseOfTheTestFile()
 void TestHtmlHelp::folderIsNoHelpFile()
 {
     Fixture f;
-    f.installed = {u"kchmviewer"_qs};
+    f.installed = {u"first"_qs};
     QVERIFY(QDir().mkpath(f.compiled()));
     f.help.showHelp();
     QCOMPARE(f.opened, QStringList());
@@ -186,10 +205,10 @@ void TestHtmlHelp::relativePathReachesTheViewerInFull()
 {
     Fixture f;
     makeFile(f.compiled());
-    f.installed = {u"xchm"_qs};
+    f.installed = {u"third"_qs};
     f.help.setHelpFile(QDir::current().relativeFilePath(f.compiled()));
     f.help.showHelp();
-    QCOMPARE(f.opened, QStringList{u"/programs/xchm "_qs + f.compiled()});
+    QCOMPARE(f.opened, QStringList{u"/programs/third "_qs + f.compiled()});
 }
 
 void TestHtmlHelp::startedViewerGetsTheFile()
@@ -219,6 +238,47 @@ void TestHtmlHelp::viewerThatCannotStartIsReported()
     const QTemporaryDir folder;
     QVERIFY(!HelpPlatform::system().start(folder.filePath(u"no-viewer"_qs), u"Wendral.chm"_qs));
     QVERIFY(HelpPlatform::system().findProgram(u"no-viewer-of-this-name"_qs).isEmpty());
+}
+
+void TestHtmlHelp::mainWindowOpensTheHelpBesideTheProgram_data()
+{
+    QTest::addColumn<bool>("byKey");
+    QTest::addColumn<bool>("isThere");
+    QTest::newRow("menu, no help file") << false << false;
+    QTest::newRow("F1, no help file") << true << false;
+    QTest::newRow("menu") << false << true;
+    QTest::newRow("F1") << true << true;
+}
+
+void TestHtmlHelp::mainWindowOpensTheHelpBesideTheProgram()
+{
+    QFETCH(bool, byKey);
+    QFETCH(bool, isThere);
+    Fixture f;
+    f.help.setHelpFile({}); // the window is to set it
+    f.installed = {u"first"_qs};
+    if (isThere)
+        makeFile(f.compiled());
+    QSettings settings(f.folder.filePath(u"s.ini"_qs), QSettings::IniFormat);
+    FakeDialogs dialogs;
+    FakeWindows windows;
+    Kalibrierung document(QLocale(QLocale::German), &windows);
+    frmAssistent window(document, {dialogs, settings, f.help, f.folder.path()});
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+
+    if (byKey) {
+        QTest::keyClick(&window, Qt::Key_F1);
+    } else {
+        auto *entry = window.findChild<QAction *>(u"mh_Helpthemes"_qs);
+        QVERIFY(entry);
+        entry->trigger();
+    }
+    QCOMPARE(f.opened,
+             isThere ? QStringList{u"/programs/first "_qs + f.compiled()} : QStringList());
+    QCOMPARE(dialogs.shown, std::vector<FakeDialogs::Shown>());
+    QVERIFY(!QApplication::activeModalWidget());
 }
 
 REGISTER_TEST(TestHtmlHelp)

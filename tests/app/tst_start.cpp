@@ -1,5 +1,4 @@
 #include "app/fensterdienst.h"
-#include "app/htmlhelp.h"
 #include "app/start.h"
 #include "core/kalibrierung.h"
 #include "core/runtimeerror.h"
@@ -12,7 +11,7 @@
 #include <QPushButton>
 #include <QTimer>
 
-/// Start-up, the windows that a document opens, and the help file.
+/// Start-up and the windows that a document opens.
 class TestStart : public QObject
 {
     Q_OBJECT
@@ -26,9 +25,6 @@ private slots:
     void formsDeleteThemselvesWhenClosed();
     void fileSizeLimitIsAnError();
     void buttonsSpeakGerman();
-    void helpPathDependsOnTheKind();
-    void missingHelpFileDoesNothing();
-    void helpFileIsOpened();
 };
 
 void TestStart::debugWordCountsAnywhereInAnyCase_data()
@@ -191,42 +187,6 @@ void TestStart::buttonsSpeakGerman()
     QVERIFY(installGermanTexts(*QCoreApplication::instance()));
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), u"Abbrechen"_qs);
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "&Yes"), u"&Ja"_qs);
-}
-
-void TestStart::helpPathDependsOnTheKind()
-{
-    HTMLHelp help(u"/prog"_qs, [](const QString &) {});
-    QCOMPARE(help.path(0), u"../Hilfe/Wendral.chm"_qs);
-    help.setHelpFile(u"/prog/Wendral.chm"_qs);
-    QCOMPARE(help.path(0), u"/prog/Wendral.chm"_qs);
-    QCOMPARE(help.path(1), u"/prog/test.chm"_qs);
-    QCOMPARE(help.path(2), u""_qs);
-    QCOMPARE(help.path(-1), u""_qs);
-}
-
-void TestStart::missingHelpFileDoesNothing()
-{
-    const QTemporaryDir folder;
-    int opened = 0;
-    HTMLHelp help(folder.path(), [&](const QString &) { ++opened; });
-    help.setHelpFile(folder.filePath(u"Wendral.chm"_qs));
-    help.showHelp();
-    help.show(1);
-    help.show(2);
-    QCOMPARE(opened, 0);
-    QVERIFY(!QApplication::activeModalWidget());
-}
-
-void TestStart::helpFileIsOpened()
-{
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"Wendral.chm"_qs));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QString opened;
-    HTMLHelp help(folder.path(), [&](const QString &path) { opened = path; });
-    help.setHelpFile(file.fileName());
-    help.showHelp();
-    QCOMPARE(opened, file.fileName());
 }
 
 REGISTER_TEST(TestStart)

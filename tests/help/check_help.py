@@ -8,8 +8,9 @@
 - Every link and picture leads to something that exists, and every picture is used and described.
 - What is marked as a message (class "meldung") or as a caption (class "text") stands in the program's
   sources letter by letter; <var> stands for what the program fills in.
-- Every refusal, every sentence above an error and every error's text of the program is in the list of
-  messages.
+- Every sentence that the program says of itself, and every error's text, is explained: what is no
+  message but stands on a page or dialog for good is told from it by how it begins.
+- Limits, defaults, decimals and keys are those of the sources.
 - No page names an address on the network, a mail address or a folder of somebody's machine.
 """
 import pathlib
@@ -19,8 +20,15 @@ import sys
 import tempfile
 from html.parser import HTMLParser
 
+sys.dont_write_bytecode = True  # nothing is left in the sources
+import facts
+
 VOID = {"meta", "link", "img", "br"}
 ROOMS = ("app", "wizard", "grid", "protocol", "core", "export", "batch")
+# What begins so tells what a page or dialog is for, warns of copying, or shows that work goes on.
+NO_MESSAGE = re.compile(r"Geben Sie |Legen Sie |Lassen Sie |Exportieren Sie |Prüfen Sie |Welche Prüfmerkmale |"
+                        r"Der Assistent |von den Prüfmerkmalen |wählen Sie |Diese Seite |Warnung: Dieses Programm |"
+                        r"Die Tabelle wird |In dieser Fassung ")
 FORBIDDEN = {
     "an address on the network": re.compile(r"\b(https?|ftp|mailto|file):|www\."),
     "a mail address": re.compile(r"[\w.]@\w"),
@@ -38,7 +46,7 @@ class Page(HTMLParser):
         self.language, self.encoding, self.headings = None, None, 0
         self._open = []  # (tag, class)
         text = path.read_text(encoding="utf-8")
-        self.text = re.sub(r"<[^>]*>", "", text)
+        self.text = re.sub(r"<[^>]*>", "", text.replace("</td>", " "))
         if not text.startswith("<!DOCTYPE html>"):
             self.faults.append("no document type")
         self.feed(text)
@@ -116,17 +124,17 @@ def pieces(text):
     return [normal(piece) for piece in re.split(r"%\d|\r\n|\n", re.sub(r"&(\w)", r"\1", text))]
 
 
+def is_sentence(piece):
+    words = len(piece.split())
+    return re.search(r"[^.\s][.?]$", piece) and words > 2 or piece.endswith(":") and words > 3
+
+
 def must_be_explained(found):
     for path, text in found:
-        last = normal(text)
-        if path == "core/runtimeerror.cpp" and len(last) > 3:
-            yield last
-        elif not path.startswith(("wizard/", "protocol/windows/", "app/")):
-            continue
-        elif re.match(r"Bitte geben Sie |Der Name einer |Der Wert der |Die Anzahl der Pr", last):
-            yield last
-        elif re.search(r"(aufgetreten|frat ein Fehler auf|nicht angezeigt werden):$", last):
-            yield last
+        if path == "core/runtimeerror.cpp" and len(normal(text)) > 3:
+            yield normal(text)
+        elif path.startswith(("wizard/", "protocol/windows/", "app/")):
+            yield from (piece for piece in pieces(text) if is_sentence(piece) and not NO_MESSAGE.match(piece))
 
 
 def targets(project, folder, pages):
@@ -163,7 +171,7 @@ def check(project):
     found = literals(project)
     known = {piece for _, text in found for piece in pieces(text)}
     faults = targets(project, folder, pages)
-    messages = set()
+    explained = set()
     for name, page in pages.items():
         faults += ["%s: %s" % (name, fault) for fault in page.faults]
         if page.language != "de" or page.encoding != "utf-8" or page.headings != 1:
@@ -174,16 +182,13 @@ def check(project):
             faults += ["%s: the program does not say »%s«" % (name, piece)
                        for piece in shown if piece not in known]
             if kind == "meldung":
-                messages.add(" ".join(shown))
+                explained |= set(shown)
         for what, pattern in FORBIDDEN.items():
             match = pattern.search(page.text)
             if match:
                 faults.append("%s names %s: %s" % (name, what, match.group(0)))
-    listed = {normal(piece) for kind, quoted in pages["meldungen.html"].quotes for piece in quoted}
-    listed |= messages
-    for text in sorted(set(must_be_explained(found))):
-        if not any(text.endswith(piece) and len(piece) > 3 for piece in listed):
-            faults.append("the list of messages lacks »%s«" % text)
+    faults += ["no page explains »%s«" % text for text in sorted(set(must_be_explained(found)) - explained)]
+    faults += facts.faults(project, {name: normal(page.text) for name, page in pages.items()})
     return faults
 
 
@@ -199,8 +204,12 @@ BREAKS = {
     "is not placed beside the program": ("CMakeLists.txt", "vorschau", "vorschauen"),
     "does not say »Dateien speichern«": ("seiten.html", ">Datei speichern<", ">Dateien speichern<"),
     "does not say »Datenträger ist voll«": ("meldungen.html", ">Datenträger voll<", ">Datenträger ist voll<"),
-    "lacks »Überlauf«": ("meldungen.html", ">Überlauf<", ">Division durch Null<"),
-    "lacks »Der Name einer Messreihe": ("meldungen.html", "Der Name einer Messreihe darf nicht leer sein.", ""),
+    "explains »Überlauf«": ("meldungen.html", ">Überlauf<", ">Division durch Null<"),
+    "explains »Der Name einer Messreihe": ("meldungen.html", "Der Name einer Messreihe darf nicht leer sein.", ""),
+    "explains »Ihre gespeicherten Dateien": ("wiederherstellen.html", "Ihre gespeicherten Dateien sind", "Sie sind"),
+    "explains »Möchten Sie damit": ("wiederherstellen.html", "Möchten Sie damit weiterarbeiten?", ""),
+    "say »Anzahl der Prüffelder: 3 bis 9999«": ("seiten.html", "3 bis 9999, nur", "3 bis 999, nur"),
+    "say »Strg+Q beenden«": ("tastatur.html", "<kbd>Q</kbd>", "<kbd>W</kbd>"),
     "an address on the network": ("datei.html", "<main>", "<main><p>http://beispiel</p>"),
     "a mail address": ("datei.html", "<main>", "<main><p>a@b</p>"),
     "a folder of a machine": ("datei.html", "<main>", "<main><p>/home/a</p>"),

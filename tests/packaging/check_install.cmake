@@ -1,6 +1,7 @@
 cmake_minimum_required(VERSION 3.25)
 # Installs a build into a folder of its own and fails unless everything is there, and nothing else.
-#   cmake -DBUILD=DIR -DTARGET=DIR -DHELP=DIR -DCHMCMD=PROGRAM -DEXAMPLE=FILE -P check_install.cmake
+#   cmake -DBUILD=DIR -DTARGET=DIR -DHELP=DIR -DCHMCMD=PROGRAM -DVERSION=1.2.3 -DEXAMPLE=FILE
+#     -P check_install.cmake
 file(REMOVE_RECURSE "${TARGET}")
 execute_process(COMMAND ${CMAKE_COMMAND} --install "${BUILD}" --prefix "${TARGET}"
   OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
@@ -61,10 +62,23 @@ file(READ "${TARGET}/protokoll.pdf" start LIMIT 5 HEX)
 if(NOT start STREQUAL "255044462d") # %PDF-
   message(SEND_ERROR "The installed program writes no protocol")
 endif()
-foreach(option IN ITEMS --version --help)
+function(expect_answer option start)
   execute_process(COMMAND "${TARGET}/bin/kalibrierung-auswertung" ${option}
     OUTPUT_VARIABLE said COMMAND_ERROR_IS_FATAL ANY)
-  if(NOT said MATCHES "kalibrierung-auswertung|Version [0-9]+\\.[0-9]+\\.[0-9]+")
+  string(FIND "${said}" "${start}" position)
+  if(NOT position EQUAL 0)
     message(SEND_ERROR "kalibrierung-auswertung ${option} says: ${said}")
   endif()
+endfunction()
+expect_answer(--version "Kalibrierung nach Wendral, Auswertung, Version ${VERSION}\n")
+expect_answer(--help "Aufruf: kalibrierung-auswertung [Optionen] DATEI")
+
+# The program with windows has no end of its own: it must still run when its time is up.
+set(ENV{QT_QPA_PLATFORM} offscreen)
+foreach(variable IN ITEMS HOME XDG_CONFIG_HOME XDG_DATA_HOME)
+  set(ENV{${variable}} "${TARGET}/home")
 endforeach()
+execute_process(COMMAND "${TARGET}/bin/kalibrierung-wendral" TIMEOUT 3 RESULT_VARIABLE ended ERROR_VARIABLE said)
+if(NOT ended MATCHES "timeout")
+  message(SEND_ERROR "kalibrierung-wendral ended with ${ended}: ${said}")
+endif()
