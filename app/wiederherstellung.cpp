@@ -83,9 +83,10 @@ void Wiederherstellung::tellOnce(const RunTimeError &error)
     if (std::exchange(m_told, true))
         return;
     m_failing = true;
+    // In one line, so without the details.
     m_window->showNotice(
-        u"Ungespeicherte Arbeit kann zurzeit nicht gesichert werden: %1 (%2). "
-        u"Bitte speichern Sie öfter."_qs.arg(error.description(), QString::number(error.number())));
+        u"Ungespeicherte Arbeit kann zurzeit nicht gesichert werden (%1, %2). Bitte speichern Sie öfter."_qs
+            .arg(RunTimeError::textOf(error.errorNumber()), QString::number(error.number())));
 }
 
 void Wiederherstellung::forget()

@@ -30,7 +30,7 @@ Ausgabeziele ausgabeziele(const QStringList &inputs, const QString &target, cons
         QString name = base;
         int &number = numbers[base.toCaseFolded()];
         while (taken.contains(name.toCaseFolded()))
-            name = u"%1 (%2)"_qs.arg(base).arg(++number + 1);
+            name = u"%1 (%2)"_qs.arg(base, QString::number(++number + 1));
         taken.insert(name.toCaseFolded());
         result.dateien += QDir(target).filePath(name + suffix);
     }

@@ -73,8 +73,8 @@ QString prüffelder(Kalibrierung &document)
     try {
         return u'\n' + messwerte(document);
     } catch (const RunTimeError &error) {
-        return u"\nPrüffelder und Prüfpunkte: %1 (%2)\n"_qs.arg(error.description())
-            .arg(error.number());
+        return u"\nPrüffelder und Prüfpunkte: %1 (%2)\n"_qs.arg(error.description(),
+                                                                QString::number(error.number()));
     }
 }
 
@@ -97,9 +97,8 @@ QString urteilstext(Kalibrierung &document)
         return heading(u"Urteil: "_qs + verdict.wertung) + u"  "_qs + verdict.satz + u'\n';
     } catch (const RunTimeError &error) {
         return heading(u"Urteil: kritisch"_qs) +
-               u"  Das minimale Bestimmtheitsmaß ist nicht lesbar: %1 (%2)\n"_qs
-                   .arg(error.description())
-                   .arg(error.number());
+               u"  Das minimale Bestimmtheitsmaß ist nicht lesbar: %1 (%2)\n"_qs.arg(
+                   error.description(), QString::number(error.number()));
     }
 }
 

@@ -394,3 +394,16 @@ QString Kalibrierung::MerkmalNumberFormat(MerkmalEnum merkmal)
     }
     return basKalibrierungWendral::NumberFormat(0);
 }
+
+Prüfmerkmal &merkmalOf(Kalibrierung &document, MerkmalEnum merkmal)
+{
+    switch (merkmal) {
+    case mDirekt:
+        return document.DirektesPrüfmerkmal();
+    case mIndirekt:
+        return document.IndirektesPrüfmerkmal();
+    case mZ:
+        break;
+    }
+    return document.Kovariable();
+}

@@ -175,3 +175,6 @@ private:
     Prüfmerkmal m_kovariable;
     Auswertung m_auswertung;
 };
+
+/// The characteristic behind a selector; lives as long as \a document.
+Prüfmerkmal &merkmalOf(Kalibrierung &document, MerkmalEnum merkmal);

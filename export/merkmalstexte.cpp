@@ -7,19 +7,6 @@
 
 namespace {
 
-Prüfmerkmal &viewOf(Kalibrierung &document, MerkmalEnum merkmal)
-{
-    switch (merkmal) {
-    case mDirekt:
-        return document.DirektesPrüfmerkmal();
-    case mIndirekt:
-        return document.IndirektesPrüfmerkmal();
-    case mZ:
-        break;
-    }
-    return document.Kovariable();
-}
-
 // A text that some file has stored as no value at all reads as empty.
 template <typename Read>
 QString orEmpty(Read read)
@@ -48,13 +35,13 @@ QString merkmalsart(MerkmalEnum merkmal)
 
 QString merkmalsbezeichnung(Kalibrierung &document, MerkmalEnum merkmal)
 {
-    return orEmpty([&] { return viewOf(document, merkmal).Bezeichung(); });
+    return orEmpty([&] { return merkmalOf(document, merkmal).Bezeichung(); });
 }
 
 QString merkmalMitEinheit(Kalibrierung &document, MerkmalEnum merkmal)
 {
     const QString name = merkmalsbezeichnung(document, merkmal).trimmed();
-    const QString unit = orEmpty([&] { return viewOf(document, merkmal).Einheit(); });
+    const QString unit = orEmpty([&] { return merkmalOf(document, merkmal).Einheit(); });
     return unit.isEmpty() ? name : (name + u" ["_qs + unit + u']').trimmed();
 }
 

@@ -113,9 +113,10 @@ void Messwertschreiber::hinweis(int row)
         texts += text;
     }
     const QString note = texts.join(separator);
-    m_sheet.formel(row, messwertspalte::hinweis,
-                   u"MID(%1,%2,999)"_qs.arg(parts.join(u'&')).arg(separator.size() + 1), note,
-                   {.einzug = 1});
+    m_sheet.formel(
+        row, messwertspalte::hinweis,
+        u"MID(%1,%2,999)"_qs.arg(parts.join(u'&'), QString::number(separator.size() + 1)), note,
+        {.einzug = 1});
     m_noteWidth = std::max(m_noteWidth, note.size());
 }
 
@@ -155,8 +156,9 @@ QString Messwertschreiber::grund(const RunTimeError &error, const Variant &store
         return QStringLiteral("leer");
     // A text in a formula may be 255 characters long and knows no escapes.
     constexpr qsizetype longest = 100;
-    const QString shown = diagrammtext(*text, longest);
-    return u"„%1“: %2"_qs.arg(shown.size() < text->size() ? shown + u'…' : shown,
+    const QString whole = diagrammtext(*text, text->size());
+    const QString shown = diagrammtext(whole, longest);
+    return u"„%1“: %2"_qs.arg(shown.size() < whole.size() ? shown + u'…' : shown,
                               error.description());
 }
 

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QInputMethodEvent>
 #include <QLineEdit>
+#include <QTextLayout>
 
 #include <algorithm>
 
@@ -37,6 +38,19 @@ QStringList entriesOf(const QComboBox &combo)
     return entries;
 }
 
+/// The margin below a line edit's text with which it stands exactly where a cell of \a cellHeight
+/// pixels shows it. Both centre it, but a cell halves its height and the line's apart and rounds
+/// both down, a line edit rounds half the difference to the font's height up.
+int bottomMargin(const QFont &font, int cellHeight)
+{
+    QTextLayout layout(QStringLiteral("M"), font);
+    layout.beginLayout();
+    const QTextLine text = layout.createLine();
+    layout.endLayout();
+    const int top = cellHeight / 2 - qRound(text.height()) / 2;
+    return cellHeight - QFontMetrics(font).height() + 1 - 2 * top;
+}
+
 } // namespace
 
 CellEditor::~CellEditor()
@@ -52,11 +66,9 @@ bool CellEditor::take(QWidget *widget)
         m_widget.clear();
         return false;
     }
-    if (line()) {
+    if (line())
         line()->setFrame(false);
-        // So that the text stands where the cell shows it.
-        line()->setTextMargins(-1, 0, -2, 0);
-    } else
+    else
         m_choosing =
             QObject::connect(combo(), &QComboBox::activated, widget, [this] { m_chosen = true; });
     return true;
@@ -89,10 +101,12 @@ bool CellEditor::isPartOfIt(const QObject *object) const
     return object && (object == widget() || object == typingField());
 }
 
-void CellEditor::prepare(QObject *watcher, Qt::Alignment alignment)
+void CellEditor::prepare(QObject *watcher, Qt::Alignment alignment, int cellHeight)
 {
-    if (line())
+    if (line()) {
         line()->setAlignment(alignment | Qt::AlignVCenter);
+        line()->setTextMargins(-1, 0, -3, bottomMargin(line()->font(), cellHeight));
+    }
     // A combo box can be given a line edit at any time.
     if (combo() && combo()->lineEdit())
         combo()->lineEdit()->installEventFilter(watcher);

@@ -34,8 +34,9 @@ public:
 
     /// How far inside a cell's frame of \a frame pixels the editor lies; a list has one of its own.
     int inset(int frame) const { return line() ? frame : frame / 2; }
-    /// Before showing: \a watcher filters its events, texts stand as \a alignment says.
-    void prepare(QObject *watcher, Qt::Alignment alignment);
+    /// Before showing: \a watcher filters its events, texts stand as \a alignment says and where a
+    /// cell of \a cellHeight pixels shows them.
+    void prepare(QObject *watcher, Qt::Alignment alignment, int cellHeight);
     /// Opens with \a text. A list without it goes to the closest entry.
     void setText(const QString &text);
     void selectAll();

@@ -7,6 +7,7 @@
 
 #include <QGuiApplication>
 #include <QInputMethod>
+#include <QTableView>
 #include <QWidget>
 
 // Opening the editor over a cell, and what becomes of its text.
@@ -86,7 +87,9 @@ void clsEditGrid::showEditor(const QString &text, const GridOpening &opening)
     m_grid->ensureVisible(m_grid->row(), m_grid->col());
     if (!attached || !widget)
         return;
-    m_editor.prepare(this, m_grid->colAlignment(m_grid->col()));
+    const QModelIndex cell = m_grid->model()->cell(m_grid->row(), m_grid->col());
+    m_editor.prepare(this, m_grid->colAlignment(m_grid->col()),
+                     m_grid->table()->visualRect(cell).height());
     m_editor.setColors(m_focusBack, m_focusText);
     placeEditor();
     const QString heading = m_grid->textMatrix(m_grid->fixedRows() - 1, m_grid->col());

@@ -98,19 +98,6 @@ std::array<QString, 3> directionTexts(Kalibrierung &document, MerkmalEnum depend
 
 } // namespace
 
-Prüfmerkmal &merkmalOf(Kalibrierung &document, MerkmalEnum merkmal)
-{
-    switch (merkmal) {
-    case mDirekt:
-        return document.DirektesPrüfmerkmal();
-    case mIndirekt:
-        return document.IndirektesPrüfmerkmal();
-    case mZ:
-        break;
-    }
-    return document.Kovariable();
-}
-
 QString shownUnit(Kalibrierung &document, MerkmalEnum merkmal)
 {
     const QString unit = merkmalOf(document, merkmal).Einheit();

@@ -7,7 +7,6 @@
 #include <QString>
 
 class Kalibrierung;
-class Prüfmerkmal;
 
 /// Two characteristics that a calibration line connects.
 struct MerkmalPair
@@ -20,9 +19,8 @@ struct MerkmalPair
 inline constexpr MerkmalPair protocolPairs[] = {
     {mDirekt, mIndirekt}, {mDirekt, mZ}, {mIndirekt, mZ}};
 
-/// The characteristic behind a selector.
-Prüfmerkmal &merkmalOf(Kalibrierung &document, MerkmalEnum merkmal);
-/// Its unit as protocols show it: empty for "-", which stands for a quantity without dimension.
+/// The unit of a characteristic as protocols show it: empty for "-", which stands for a quantity
+/// without dimension.
 QString shownUnit(Kalibrierung &document, MerkmalEnum merkmal);
 
 // The statistics tables below their captions, in the protocol's order. They raise what the

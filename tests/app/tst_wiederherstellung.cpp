@@ -514,9 +514,9 @@ void TestWiederherstellung::failureIsToldOnceAndDisturbsNothing()
     run.recovery->check();
     auto *bar = run.find<QStatusBar>({});
     QVERIFY(bar->isVisible());
-    QVERIFY2(bar->currentMessage().startsWith(u"Ungespeicherte Arbeit kann zurzeit nicht "
-                                              u"gesichert werden: "_qs),
-             qPrintable(bar->currentMessage()));
+    QCOMPARE(bar->currentMessage(),
+             u"Ungespeicherte Arbeit kann zurzeit nicht gesichert werden (Fehler beim Zugriff auf "
+             u"Pfad/Datei, 75). Bitte speichern Sie öfter."_qs);
     QCOMPARE(QApplication::focusWidget(), focus);
     QVERIFY(run.dialogs.shown.empty());
 

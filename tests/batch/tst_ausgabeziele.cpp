@@ -41,6 +41,13 @@ private slots:
                               u"ziel/ohne.xlsx"_qs}));
     }
 
+    void signsOfPlaceholdersInNamesAreKept()
+    {
+        QCOMPARE(
+            ausgabeziele({u"x/5%2 %1.xml"_qs, u"y/5%2 %1.xml"_qs}, u"z"_qs, u".pdf"_qs).dateien,
+            QStringList({u"z/5%2 %1.pdf"_qs, u"z/5%2 %1 (2).pdf"_qs}));
+    }
+
     // Counting from 2 again for every file would take minutes.
     void manyEqualNamesTakeNoTime()
     {

@@ -344,6 +344,17 @@ private slots:
                  u"Überlauf\"),3,999)"_qs);
     }
 
+    void anyTextInANoteStaysAsItIs()
+    {
+        const auto document = dokument("ordinary");
+        document->DataStore().set(document->MesswertKey(pmDirekt, 1, 1), u"5 %1 %2\r\n\"a\""_qs);
+        const GeleseneZelle note = mappe(*document).zelle(u"Messwerte"_qs, u"G2"_qs);
+        QCOMPARE(note.wert.toString(),
+                 u"direktes Prüfmerkmal: „5 %1 %2 \"a\"“: Typen unverträglich"_qs);
+        QCOMPARE(note.formel, u"=MID(IF(COUNT(Messwerte!$E$2)=1,\"\",\"; direktes Prüfmerkmal: "
+                              u"„5 %1 %2 \"\"a\"\"“: Typen unverträglich\"),3,999)"_qs);
+    }
+
     void aLongTextInANoteIsShortened()
     {
         const auto document = dokument("ordinary");

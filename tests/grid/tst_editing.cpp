@@ -58,6 +58,8 @@ private slots:
     void tabInTheLastCellCommitsAndLeavesTheGrid();
     void tabInTheLastCellEntersTheAppendedRow();
     void theEditorCoversTheCellAndFollowsScrolling();
+    void theEditorsTextStandsWhereTheCellShowsIt_data();
+    void theEditorsTextStandsWhereTheCellShowsIt();
     void redrawIsOffDuringAfterCellEditAndRestored();
     void theEditorIsASiblingOfTheTableInTheFrame();
     void otherInputControlsAreNotTaken();
@@ -971,6 +973,54 @@ void TestEditing::withAutoRowAddASourcedGridGetsAnEmptyRow()
     QCOMPARE(f.colTexts(0), QStringList({u"a1"_qs, u"a2"_qs, u"a3"_qs, QString()}));
     QCOMPARE(f.rowTexts(4), QStringList({QString(), QString()}));
     QCOMPARE(f.grid->cursorCells(), GridCursor::at(4, 0));
+}
+
+void TestEditing::theEditorsTextStandsWhereTheCellShowsIt_data()
+{
+    QTest::addColumn<int>("fontPixels");
+    QTest::addColumn<int>("alignment");
+    for (int pixels = 11; pixels <= 18; ++pixels) {
+        QTest::addRow("%d pixels, left", pixels) << pixels << int(Qt::AlignLeft);
+        QTest::addRow("%d pixels, right", pixels) << pixels << int(Qt::AlignRight);
+    }
+}
+
+void TestEditing::theEditorsTextStandsWhereTheCellShowsIt()
+{
+    QFETCH(const int, fontPixels);
+    QFETCH(const int, alignment);
+    EditGridFixture f;
+    QFont font = f.window->font();
+    font.setPixelSize(fontPixels);
+    f.window->setFont(font);
+    f.grid->setColAlignment(1, Qt::Alignment(alignment));
+    f.grid->setTextMatrix(1, 1, u"M"_qs);
+    f.grid->setCell(1, 1);
+    f.show();
+    // The inside of the frame, and of it the letter without the caret.
+    const auto inked = [&f] {
+        const QRect inside = f.grid->cellRect(1, 1).adjusted(3, 3, -3, -3);
+        const QImage image = f.grid->grab(inside).toImage();
+        const QRgb back = f.grid->palette().color(QPalette::Base).rgb();
+        QRect ink;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (qGray(image.pixel(x, y)) < qGray(back) / 2)
+                    ink |= QRect(x, y, 1, 1);
+            }
+        }
+        return ink;
+    };
+    const QRect shown = inked();
+    QVERIFY(shown.isValid());
+    f.key(Qt::Key_F2);
+    f.editor->setReadOnly(true); // takes the caret away
+    const QRect edited = inked();
+    QCOMPARE(edited.top(), shown.top());
+    QCOMPARE(edited.bottom(), shown.bottom());
+    // Letters may begin between two pixels.
+    QVERIFY(qAbs(edited.left() - shown.left()) <= 1);
+    QVERIFY(qAbs(edited.right() - shown.right()) <= 1);
 }
 
 REGISTER_TEST(TestEditing)
