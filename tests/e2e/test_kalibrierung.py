@@ -6,7 +6,7 @@ import re
 from e2etest import EndToEndTest, main, setUpModule, tearDownModule  # noqa: F401 - unittest calls them
 from evaluation import Evaluation
 from rowset import rows
-from wizard import SAVING, choose_file, go_back, go_forward, title, type_rows
+from wizard import SAVING, choose_file, go_forward, title, type_rows
 
 EXPECTED = pathlib.Path(__file__).parent / "erwartet" / "kalibrierung.xml"
 # Example data: four fields of three to five points, the covariable and then pairs of direct and indirect value.

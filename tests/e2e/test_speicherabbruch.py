@@ -3,7 +3,6 @@
 import os
 import random
 import shutil
-import subprocess
 import time
 
 from e2etest import (EndToEndTest, long_example, main, setUpModule,  # noqa: F401 - unittest calls them
