@@ -52,8 +52,6 @@ QString startFolder(const QString &startAt)
     return QDir::rootPath();
 }
 
-// Set one by one so that nothing else than a file dialog opens: the static functions of QFileDialog
-// take no default suffix.
 void prepare(QFileDialog &dialog, const QString &startAt)
 {
     dialog.setNameFilters({xmlFilter, anyFilter});
@@ -70,16 +68,13 @@ QString withSuffix(const QString &path, const QString &filter)
 bool mayReplace(QWidget *owner, const QString &path)
 {
     QMessageBox box(owner);
-    prepare(box, {},
-            u"Die Datei „%1“ ist bereits vorhanden.\r\nSoll sie ersetzt werden?"_qs.arg(
-                QFileInfo(path).fileName()));
-    box.setIcon(QMessageBox::Warning);
-    const QPushButton *replace = box.addButton(u"&Ersetzen"_qs, QMessageBox::AcceptRole);
-    box.addButton(QMessageBox::Cancel);
-    box.setDefaultButton(QMessageBox::Cancel);
-    box.setEscapeButton(QMessageBox::Cancel);
-    box.exec();
-    return box.clickedButton() == replace;
+    prepare(
+        box, {},
+        u"„%1“ gibt es schon. Soll die Datei ersetzt werden?"_qs.arg(QFileInfo(path).fileName()));
+    box.setIcon(QMessageBox::Question);
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes;
 }
 
 std::optional<QString> chosen(QFileDialog &dialog)
@@ -148,17 +143,16 @@ std::optional<QString> QtDialogs::saveFileName(QWidget *owner, const QString &pr
     prepare(dialog, preset);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setDefaultSuffix(suffix.mid(1));
-    // A platform's own dialog asks before the suffix is added, and then about another file.
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
     if (!preset.isEmpty()) {
         if (!preset.endsWith(suffix, Qt::CaseInsensitive))
             dialog.selectNameFilter(anyFilter);
         dialog.selectFile(QFileInfo(preset).fileName());
     }
     while (const std::optional<QString> picked = chosen(dialog)) {
+        // The dialog has asked about the name as it was typed. The suffix is not its business,
+        // since a platform's own dialog adds it after the question.
         const QString path = withSuffix(*picked, dialog.selectedNameFilter());
-        if (!QFileInfo::exists(path) || mayReplace(owner, path))
+        if (path == *picked || !QFileInfo::exists(path) || mayReplace(owner, path))
             return path;
         dialog.selectFile(QFileInfo(path).fileName());
     }

@@ -218,7 +218,7 @@ void TestQtDialogs::savedNameGetsItsSuffix_data()
     QTest::newRow("point in the name") << u"alt.xml"_qs << u"Feld 1.2"_qs << u"Feld 1.2.xml"_qs;
     QTest::newRow("nothing saved before") << u""_qs << u"neu.alt"_qs << u"neu.alt.xml"_qs;
     QTest::newRow("all files") << u"alt.kal"_qs << u"neu.kal"_qs << u"neu.kal"_qs;
-    QTest::newRow("all files, no suffix") << u"alt.kal"_qs << u"neu"_qs << u"neu.xml"_qs;
+    QTest::newRow("all files, no suffix") << u"alt.kal"_qs << u"neu"_qs << u"neu"_qs;
 }
 
 void TestQtDialogs::savedNameGetsItsSuffix()
@@ -255,30 +255,25 @@ void TestQtDialogs::existingFileIsReplacedOnlyWhenAskedFor()
     QVERIFY(file.open(QIODevice::WriteOnly));
     QtDialogs dialogs;
     QStringList questions;
-    const auto answer = [&](const QString &caption) {
-        whenShown<QFileDialog>([&, caption](QFileDialog &dialog) {
-            whenShown<QMessageBox>([&, caption](QMessageBox &box) {
+    const auto answer = [&](QMessageBox::StandardButton button) {
+        whenShown<QFileDialog>([&, button](QFileDialog &dialog) {
+            whenShown<QMessageBox>([&, button](QMessageBox &box) {
                 questions.append(box.text());
-                for (QAbstractButton *button : box.buttons()) {
-                    if (button->text().remove(u'&') == caption)
-                        return button->click();
-                }
-                QTest::keyClick(&box, Qt::Key_Escape);
+                box.button(button)->click();
             });
             dialog.findChild<QLineEdit *>(u"fileNameEdit"_qs)->setText(typed);
             static_cast<QDialog &>(dialog).accept();
         });
     };
-    answer(u"Ersetzen"_qs);
+    answer(QMessageBox::Yes);
     QCOMPARE(dialogs.saveFileName(nullptr, folder.filePath(u"x.xml"_qs)),
              std::optional(folder.filePath(existing)));
-    const QString question =
-        u"Die Datei „%1“ ist bereits vorhanden.\nSoll sie ersetzt werden?"_qs.arg(existing);
-    QCOMPARE(questions, QStringList{question});
+    QCOMPARE(questions.size(), 1);
+    QVERIFY2(questions.front().contains(existing), qPrintable(questions.front()));
 
     // Who does not want that chooses once more, from the name that he typed.
     questions.clear();
-    answer({});
+    answer(QMessageBox::No);
     QString again;
     QTimer secondRound;
     connect(&secondRound, &QTimer::timeout, this, [&] {
@@ -290,7 +285,7 @@ void TestQtDialogs::existingFileIsReplacedOnlyWhenAskedFor()
     });
     secondRound.start(5);
     QVERIFY(!dialogs.saveFileName(nullptr, folder.filePath(u"x.xml"_qs)));
-    QCOMPARE(questions, QStringList{question});
+    QCOMPARE(questions.size(), 1);
     QCOMPARE(again, existing);
 }
 
