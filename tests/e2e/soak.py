@@ -173,6 +173,7 @@ class Monkey:
         memory = next(int(line.split()[1]) for line in (folder / "status").read_text().splitlines()
                       if line.startswith("VmRSS:"))
         self.samples.append((memory, len(os.listdir(folder / "fd"))))
+        print(f"{sum(self.done.values())} actions: {memory} KiB, {self.samples[-1][1]} open files", flush=True)
 
 
 def soak(arguments, seed):

@@ -47,7 +47,7 @@ class SaveFaults:
         if exists:
             self.assertRegex(self.program.message(), f"{re.escape(target.name)}.+bereits")
             meanwhile()
-            self.program.answer(self.replace)
+            self.program.answer("Ja")
 
     def expect_failure(self, description, number):
         """One box, which tells the reason; then everything is as it was before the save."""
@@ -150,7 +150,6 @@ class SaveFaults:
 
 class CalibrationFile(SaveFaults, EndToEndTest):
     dialog = SAVING
-    replace = "Ersetzen"
     suffix = ".xml"
     context = "Beim Speichern der Datei ist ein Fehler aufgetreten:"
 
@@ -209,8 +208,6 @@ class CalibrationFile(SaveFaults, EndToEndTest):
 
 class Output:
     """Of the document, which stays unsaved whatever becomes of it."""
-
-    replace = "Ja"
 
     def make_dirty(self):
         pass

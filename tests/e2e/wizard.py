@@ -33,12 +33,6 @@ def choose_file(program, title, path):
     program.keys("Return")
 
 
-def save_as(program, path):
-    program.window()
-    program.keys("ctrl+shift+s")
-    choose_file(program, SAVING, path)
-
-
 def open_file(program, path):
     program.window()
     program.keys("ctrl+o")
