@@ -10,7 +10,7 @@ from rowset import rows
 from wizard import go_back, go_forward, open_file, title
 
 CUT_OFF = "Das Programm wurde unerwartet beendet."
-NOT_KEPT = "Ungespeicherte Arbeit kann zurzeit nicht gesichert werden: "
+NOT_KEPT = "Ungespeicherte Arbeit kann zurzeit nicht gesichert werden ("
 NOT_READ = "Ungespeicherte Arbeit aus einem früheren Programmlauf konnte nicht gelesen werden."
 ROOM = 4096  # bytes, too few for the example
 QUESTION = "Sollen die Änderungen gespeichert werden?"
@@ -192,7 +192,7 @@ class Recovery(EndToEndTest):
         program.focus("Messwerte", "table")
         program.type("77,25\n44,75")
         told = program.wait_until(lambda: self.notices(program), "it is told that nothing is kept")
-        self.assertEqual(told, [NOT_KEPT + "Datenträger voll (61). Bitte speichern Sie öfter."])
+        self.assertEqual(told, [NOT_KEPT + "Datenträger voll, 61). Bitte speichern Sie öfter."])
         self.assertEqual(program.text("Messwerte: Eingabe"), "44,75")  # typing went on
         program.type("\n")
         self.assertEqual(program.table("Messwerte")[0][2:], ["77,25", "44,75"])
@@ -212,7 +212,7 @@ class Recovery(EndToEndTest):
         program = self.start()
         self.work(program)
         told = program.wait_until(lambda: self.notices(program), "it is told that nothing is kept")
-        self.assertRegex(told[0], re.escape(NOT_KEPT) + r".+ \(\d+\)\. Bitte speichern Sie öfter\.")
+        self.assertRegex(told[0], re.escape(NOT_KEPT) + r".+, \d+\)\. Bitte speichern Sie öfter\.")
         self.end(program, "Ja")
         self.assertEqual(dict(rows(self.file))[SECOND], "44,75")
 
