@@ -5,15 +5,13 @@
 #include "core/kalibrierung.h"
 #include "export/tabellenausgabe.h"
 #include "protocol/windows/frmprotocollpreview.h"
+#include "protocol/windows/savetarget.h"
 #include "wizard/frmassistent.h"
 #include "wizard/frmexport.h"
 
 #include <QCoreApplication>
-#include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QProgressDialog>
-#include <QStandardPaths>
 
 #include <filesystem>
 #include <system_error>
@@ -21,7 +19,6 @@
 namespace {
 
 const QString spreadsheetSuffix = QStringLiteral(".xlsx");
-const QString chooserTitle = QStringLiteral("Export nach MS Excel");
 
 // The file of the calibration that \a window shows; empty where it has none yet.
 QString calibrationFile(const QWidget *window)
@@ -31,13 +28,12 @@ QString calibrationFile(const QWidget *window)
 }
 
 // Beside the calibration and named like it, where it has a file already.
-QString suggestedSpreadsheet(const QString &calibration)
+QString suggestionFor(const QString &calibration, const QString &otherwise, const QString &suffix)
 {
     if (calibration.isEmpty())
-        return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
-               u"/Kalibrierung"_qs + spreadsheetSuffix;
+        return otherwise + suffix;
     const QFileInfo file(calibration);
-    return file.absolutePath() + u'/' + file.completeBaseName() + spreadsheetSuffix;
+    return file.absolutePath() + u'/' + file.completeBaseName() + suffix;
 }
 
 // Also where links or another spelling lead to it, and where it is not there at the moment.
@@ -52,7 +48,8 @@ bool isSameFile(const QString &one, const QString &other)
 void exportSpreadsheet(const ausgabe::Dienste &services, Kalibrierung &document, QWidget *owner,
                        const QString &calibration)
 {
-    const QString target = services.chooseSpreadsheet(owner, suggestedSpreadsheet(calibration));
+    const QString target = services.chooseSpreadsheet(
+        owner, suggestionFor(calibration, u"Kalibrierung"_qs, spreadsheetSuffix));
     if (target.isEmpty())
         return;
     if (!calibration.isEmpty() && isSameFile(target, calibration))
@@ -72,14 +69,6 @@ void exportSpreadsheet(const ausgabe::Dienste &services, Kalibrierung &document,
     });
 }
 
-bool mayReplace(QWidget *owner, const QString &path)
-{
-    const QString question = u"„%1“ ist schon vorhanden.\nSoll die Datei ersetzt werden?"_qs.arg(
-        QFileInfo(path).fileName());
-    return QMessageBox::question(owner, chooserTitle, question, QMessageBox::Yes | QMessageBox::No,
-                                 QMessageBox::No) == QMessageBox::Yes;
-}
-
 } // namespace
 
 void ausgabe::showProtocol(const Dienste &services, Kalibrierung &document, QWidget *owner)
@@ -88,6 +77,8 @@ void ausgabe::showProtocol(const Dienste &services, Kalibrierung &document, QWid
         new frmProtocollPreview(services.protocol, basKalibrierungWendral::debugMode(), owner);
     preview->setAttribute(Qt::WA_DeleteOnClose);
     preview->setKalibrierung(document);
+    preview->setPdfSuggestion(
+        suggestionFor(calibrationFile(owner), u"Protokoll"_qs, QStringLiteral(".pdf")));
     preview->show();
 }
 
@@ -106,22 +97,6 @@ void ausgabe::showExport(const Dienste &services, Kalibrierung &document, QWidge
 
 QString ausgabe::chooseSpreadsheet(QWidget *owner, const QString &suggestion)
 {
-    const QString spreadsheets = u"Excel-Dateien (*.xlsx)"_qs;
-    QFileDialog dialog(owner, chooserTitle, QFileInfo(suggestion).absolutePath());
-    dialog.setNameFilters({spreadsheets, u"alle Dateien (*)"_qs});
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.selectFile(QFileInfo(suggestion).fileName());
-    while (dialog.exec() == QDialog::Accepted) {
-        const QString chosen = dialog.selectedFiles().value(0);
-        if (dialog.selectedNameFilter() != spreadsheets ||
-            chosen.endsWith(spreadsheetSuffix, Qt::CaseInsensitive))
-            return chosen;
-        // The dialog has asked about the name as it was typed only, and its own default suffix
-        // stays away from a name with a dot: "Feld 12.03".
-        const QString completed = chosen + spreadsheetSuffix;
-        if (!QFileInfo::exists(completed) || mayReplace(owner, completed))
-            return completed;
-    }
-    return {};
+    return chooseSaveTarget(
+        owner, {u"Export nach MS Excel"_qs, u"Excel-Dateien"_qs, spreadsheetSuffix, suggestion});
 }

@@ -1,12 +1,11 @@
 #include "wizard/qtdialogs.h"
 
-#include <QDir>
+#include "protocol/windows/savetarget.h"
+
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QStandardPaths>
 
 namespace {
 
@@ -31,58 +30,8 @@ void prepare(QMessageBox &box, const QString &title, const QString &text)
     box.setText(shown.replace(u"\r\n"_qs, u"\n"_qs));
 }
 
-const QString xmlFilter = u"XML-Dateien (*.xml)"_qs;
-const QString anyFilter = u"alle Dateien (*)"_qs;
+const QString kindOfFile = QStringLiteral("XML-Dateien");
 const QString suffix = QStringLiteral(".xml");
-
-// Where a dialog for the file or folder startAt begins. Folders go away: a stick is pulled out, a
-// bare system has no folder for documents.
-QString startFolder(const QString &startAt)
-{
-    const QFileInfo start(startAt);
-    QStringList candidates;
-    if (!startAt.isEmpty())
-        candidates.append(start.isDir() ? start.absoluteFilePath() : start.absolutePath());
-    candidates.append(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    candidates.append(QDir::homePath());
-    for (const QString &folder : candidates) {
-        if (QFileInfo(folder).isDir())
-            return folder;
-    }
-    return QDir::rootPath();
-}
-
-void prepare(QFileDialog &dialog, const QString &startAt)
-{
-    dialog.setNameFilters({xmlFilter, anyFilter});
-    dialog.setDirectory(startFolder(startAt));
-}
-
-// Under the filter for XML files a name gets their suffix even where a point in it could pass for
-// one ("Feld 1.2"), or the same filter would not show the file again.
-QString withSuffix(const QString &path, const QString &filter)
-{
-    return filter != xmlFilter || path.endsWith(suffix, Qt::CaseInsensitive) ? path : path + suffix;
-}
-
-bool mayReplace(QWidget *owner, const QString &path)
-{
-    QMessageBox box(owner);
-    prepare(
-        box, {},
-        u"„%1“ gibt es schon. Soll die Datei ersetzt werden?"_qs.arg(QFileInfo(path).fileName()));
-    box.setIcon(QMessageBox::Question);
-    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    box.setDefaultButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes;
-}
-
-std::optional<QString> chosen(QFileDialog &dialog)
-{
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return std::nullopt;
-    return dialog.selectedFiles().constFirst();
-}
 
 } // namespace
 
@@ -131,30 +80,17 @@ Dialogs::Conflict QtDialogs::conflict(QWidget *owner, const QString &title, cons
 
 std::optional<QString> QtDialogs::openFileName(QWidget *owner, const QString &startAt)
 {
-    QFileDialog dialog(owner, u"Kalibrierung öffnen"_qs);
-    prepare(dialog, startAt);
+    QFileDialog dialog(owner, u"Kalibrierung öffnen"_qs, startFolder(startAt));
+    dialog.setNameFilters(nameFilters(kindOfFile, suffix));
     dialog.setFileMode(QFileDialog::ExistingFile);
-    return chosen(dialog);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().constFirst();
 }
 
 std::optional<QString> QtDialogs::saveFileName(QWidget *owner, const QString &preset)
 {
-    QFileDialog dialog(owner, u"Kalibrierung speichern unter"_qs);
-    prepare(dialog, preset);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    if (!preset.isEmpty()) {
-        if (!preset.endsWith(suffix, Qt::CaseInsensitive))
-            dialog.selectNameFilter(anyFilter);
-        dialog.selectFile(QFileInfo(preset).fileName());
-    }
-    while (const std::optional<QString> picked = chosen(dialog)) {
-        // The dialog has asked about the name as it was typed. The suffix is not its business,
-        // since a platform's own dialog adds it after the question.
-        const QString path = withSuffix(*picked, dialog.selectedNameFilter());
-        if (path == *picked || !QFileInfo::exists(path) || mayReplace(owner, path))
-            return path;
-        dialog.selectFile(QFileInfo(path).fileName());
-    }
-    return std::nullopt;
+    const QString path =
+        chooseSaveTarget(owner, {u"Kalibrierung speichern unter"_qs, kindOfFile, suffix, preset});
+    return path.isEmpty() ? std::nullopt : std::optional(path);
 }

@@ -37,7 +37,7 @@ class TestAusgabe : public QObject
     Q_OBJECT
 
 private slots:
-    void previewIsModalToTheWindowAndDeletesItself();
+    void previewIsModalSuggestsTheCalibrationsNameAndDeletesItself();
     void exportWritesTheChosenFile();
     void exportSuggestsTheNameOfTheCalibration();
     void cancelledExportWritesNothing();
@@ -71,9 +71,14 @@ struct SilentProtocol : ProtocolServices
         return false;
     }
     bool setUpPrinter(QPrinter &, QWidget *) override { return false; }
-    QString choosePdfTarget(const QString &, QWidget *) override { return {}; }
+    QString choosePdfTarget(const QString &suggestion, QWidget *) override
+    {
+        suggested = suggestion;
+        return {};
+    }
 
     QStringList shown;
+    QString suggested;
 };
 
 class OutputFixture : public WizardFixture
@@ -191,7 +196,7 @@ private:
 
 } // namespace
 
-void TestAusgabe::previewIsModalToTheWindowAndDeletesItself()
+void TestAusgabe::previewIsModalSuggestsTheCalibrationsNameAndDeletesItself()
 {
     OutputFixture f;
     f.find<QPushButton>(u"cmdOutProtocoll"_qs)->click();
@@ -202,6 +207,8 @@ void TestAusgabe::previewIsModalToTheWindowAndDeletesItself()
     QCOMPARE(preview->parentWidget(), f.window.get());
     QTRY_VERIFY(!preview->isBusy());
     QVERIFY(f.dialogs.shown.empty());
+    preview->tbProtokoll_ButtonClick(u"pdf"_qs);
+    QCOMPARE(f.protocol.suggested, f.path(u"Feld A.pdf"_qs));
     preview->close();
     QTRY_VERIFY(!preview);
 }
@@ -419,8 +426,7 @@ void TestAusgabe::fileWithTheCompletedNameIsReplacedOnlyWhenAllowed()
         return ausgabe::chooseSpreadsheet(nullptr, folder.filePath(u"Vorschlag.xlsx"_qs));
     };
     QCOMPARE(choose(), QString());
-    QCOMPARE(question,
-             u"„Feld 12.03.xlsx“ ist schon vorhanden.\nSoll die Datei ersetzt werden?"_qs);
+    QCOMPARE(question, u"„Feld 12.03.xlsx“ gibt es schon. Soll die Datei ersetzt werden?"_qs);
     answer = QMessageBox::Yes;
     QCOMPARE(choose(), existing.fileName());
 }
