@@ -5,7 +5,6 @@ The file is the old or the new one as a whole, the message says what went wrong,
 
 import io
 import os
-import re
 import shutil
 import zipfile
 
@@ -45,7 +44,7 @@ class SaveFaults:
         exists = target.exists()
         choose_file(self.program, self.dialog, target)
         if exists:
-            self.assertRegex(self.program.message(), f"{re.escape(target.name)}.+bereits")
+            self.assertIn(target.name, self.program.message())
             meanwhile()
             self.program.answer("Ja")
 
