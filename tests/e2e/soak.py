@@ -133,6 +133,10 @@ class Monkey:
     def rest(self):
         """Puts everything away without saving, down to a new document, measures, and mostly opens an example."""
         self.program.wait_until(self.is_put_away, "there is a way back to a new document")
+        # The page of a new document may also show one that has been changed: that asks first.
+        self.program.keys("Escape", "ctrl+n")
+        self.settle()
+        self.program.wait_until(self.is_put_away, "the new document is a clean one")
         self.measure()
         for number, example in enumerate(sorted(EXAMPLES.glob("*.xml"))):
             shutil.copy(example, self.home / f"datei{number}.xml")
