@@ -9,7 +9,7 @@
 class DiagramWidget;
 class Kalibrierung;
 
-/// The three diagrams of a calibration beside each other.
+/// The three diagrams of a calibration beside each other, never much higher than wide.
 class Diagramme : public QWidget
 {
 public:
@@ -17,6 +17,9 @@ public:
 
     /// Shows the points and lines as \a document has them now.
     void zeige(Kalibrierung &document);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     struct Diagramm
