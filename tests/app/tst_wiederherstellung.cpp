@@ -19,6 +19,7 @@ class TestWiederherstellung : public QObject
 private slots:
     void cleanWorkIsNotKept();
     void workIsKeptSoonAfterAChange();
+    void fewSecondsAreLostAtMost();
     void typingOnDoesNotPutItOff();
     void unchangedWorkIsNotWrittenAgain();
     void keepingChangesNothing_data();
@@ -128,6 +129,11 @@ void TestWiederherstellung::workIsKeptSoonAfterAChange()
     QVERIFY(!content().contains("0,8125"));
     other.document.setMinBestimmtheitsmaßIndirektDirekt(0.8125);
     QTRY_VERIFY(content().contains("0,8125"));
+}
+
+void TestWiederherstellung::fewSecondsAreLostAtMost()
+{
+    QVERIFY(Wiederherstellung::Umgebung{}.delay <= std::chrono::seconds(5));
 }
 
 void TestWiederherstellung::typingOnDoesNotPutItOff()
