@@ -194,7 +194,8 @@ void Wiederherstellungsplatz::tidy(const QString &folder)
 
 void Wiederherstellungsplatz::removeFile() const
 {
-    QFile::remove(m_path);
+    if (!QFile::remove(m_path))
+        QFile::resize(m_path, 0); // in a protected folder; nothing is no work to be offered
 }
 
 void Wiederherstellungsplatz::setAside() const

@@ -31,6 +31,7 @@ private slots:
     void lockThatIsJustBeingFilledIsRespected();
     void diskThatTakesNothingHidesNothing_data();
     void diskThatTakesNothingHidesNothing();
+    void discardedWorkInAProtectedFolderIsNotOfferedAgain();
     void lockThatWasClearedAwayIsMadeAgain();
     void otherNumberFormatIsNotMisread();
     void fileOfANewerProgramIsLeftAlone();
@@ -348,6 +349,30 @@ void TestWiederherstellungsangebot::diskThatTakesNothingHidesNothing()
     run.recovery->check(); // and now there is room again
     QVERIFY(!run.find<QLabel>(u"labHinweis"_qs)->isVisible());
     QCOMPARE(QDir(folder).entryList(QDir::Files).size(), 2); // with its lock
+}
+
+void TestWiederherstellungsangebot::discardedWorkInAProtectedFolderIsNotOfferedAgain()
+{
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    const QByteArray name = QFile::encodeName(folder);
+    const QByteArray file = name + '/' + QFile::encodeName(Programmlauf::filesIn(folder).value(0));
+    QVERIFY(::chmod(file.constData(), 0666) == 0);
+    QVERIFY(::chmod(QFile::encodeName(disk.path()).constData(), 0755) == 0);
+    QVERIFY(::chmod(name.constData(), 0555) == 0);
+    {
+        Programmlauf run(1, folder);
+        run.startEmpty();
+        run.answersToOffers = {Antwort::Verwerfen};
+        const DiskThatTakesNothing nothing(false);
+        QVERIFY(nothing.isSo());
+        run.recovery->offer();
+        QCOMPARE(run.offers.size(), std::size_t{1});
+        run.recovery->offer();
+        QCOMPARE(run.offers.size(), std::size_t{1});
+        QVERIFY(run.dialogs.shown.empty());
+    }
+    QVERIFY(::chmod(name.constData(), 0755) == 0);
 }
 
 void TestWiederherstellungsangebot::lockThatWasClearedAwayIsMadeAgain()
