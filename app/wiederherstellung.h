@@ -1,10 +1,12 @@
 #pragma once
 
+#include "core/runtimeerror.h"
 #include "wizard/frmassistent.h"
 
 #include <QDateTime>
 #include <QObject>
 #include <QPointer>
+#include <QStringList>
 #include <QTimer>
 
 #include <chrono>
@@ -15,7 +17,6 @@
 
 class Dialogs;
 class Kalibrierung;
-class RunTimeError;
 class Wiederherstellungsplatz;
 
 /// Keeps unsaved work where the next start finds it, should the program end without order.
@@ -59,11 +60,16 @@ public:
     void check();
 
 private:
+    void look();
     void write(const Arbeitsstand &work);
     void forget();
     void end();
-    void tellOnce(const RunTimeError &error);
-    bool offerFile(std::unique_ptr<Wiederherstellungsplatz> place);
+    void tellOnce(ErrorNumber reason);
+    bool offerFile(const QString &path);
+    bool offerWork(std::unique_ptr<Wiederherstellungsplatz> &place);
+    void restore(const Arbeitsstand &work, std::unique_ptr<Wiederherstellungsplatz> &place);
+    void report(const QString &text);
+    void reportUnreadable();
 
     Umgebung m_environment;
     Dialogs &m_dialogs;
@@ -75,5 +81,5 @@ private:
     std::uint64_t m_writtenRevision = 0;              ///< of the document's store
     bool m_told = false;
     bool m_failing = false; ///< a notice stands below the pages
-    int m_unreadable = 0;
+    QStringList m_reports;  ///< what is to be said when all is offered
 };

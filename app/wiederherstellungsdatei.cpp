@@ -6,20 +6,30 @@
 
 #include <QDataStream>
 #include <QFile>
+#include <QLocale>
 
 namespace {
 
 const QString headerKey = QStringLiteral("Wiederherstellung");
 constexpr qint32 formatVersion = 1;
+// Behind the version in every one of them, so that a damaged header doesn't look like a newer one.
+constexpr quint32 formatMark = 0x4b57'5750;
+
+// How a locale writes numbers, as far as a text read under another one would be another number.
+QString numberStyle(const QLocale &locale)
+{
+    return locale.decimalPoint() + u' ' + locale.groupSeparator();
+}
 
 // As one row: whatever texts hold, the file can hold it.
-QString headerText(const Arbeitsstand &work, const QDateTime &time, const QByteArray &content)
+QString headerText(const Arbeitsstand &work, const QDateTime &time, const QByteArray &content,
+                   const QLocale &locale)
 {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_6_0);
-    stream << formatVersion << time << work.fileName << work.contentOnDisk << qint32(work.page)
-           << work.entries << content;
+    stream << formatVersion << formatMark << time << work.fileName << work.contentOnDisk
+           << qint32(work.page) << work.entries << content << numberStyle(locale);
     return QString::fromLatin1(bytes.toBase64());
 }
 
@@ -36,7 +46,7 @@ void Wiederherstellungsdatei::write(const QString &path, const Kalibrierung &doc
                                     const Arbeitsstand &work, const QDateTime &time)
 {
     const auto writeRows = [&](KeyedStore rows, const QByteArray &content) {
-        rows.set(headerKey, headerText(work, time, content));
+        rows.set(headerKey, headerText(work, time, content, document.values().locale()));
         Kalibrierungsdatei::write(path, rows, document.values());
     };
     makePrivateFile(path);
@@ -62,13 +72,22 @@ Wiederherstellungsdatei::Wiederherstellungsdatei(const QString &path) : m_path(p
     stream.setVersion(QDataStream::Qt_6_0);
     qint32 version = 0;
     qint32 page = 0;
-    stream >> version;
+    quint32 mark = 0;
+    stream >> version >> mark;
     if (version == formatVersion)
         stream >> m_time >> m_work.fileName >> m_work.contentOnDisk >> page >> m_work.entries >>
-            m_content;
-    if (version != formatVersion || stream.status() != QDataStream::Ok)
+            m_content >> m_numberStyle;
+    m_newer = version > formatVersion && mark == formatMark;
+    if (m_newer)
+        return;
+    if (version != formatVersion || mark != formatMark || stream.status() != QDataStream::Ok)
         throw RunTimeError(ErrorNumber::InvalidFileFormat);
     m_work.page = page;
+}
+
+bool Wiederherstellungsdatei::hasNumbersOf(const QLocale &locale) const
+{
+    return m_numberStyle == numberStyle(locale);
 }
 
 void Wiederherstellungsdatei::loadInto(Kalibrierung &document) const

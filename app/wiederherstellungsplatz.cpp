@@ -1,12 +1,18 @@
 #include "app/wiederherstellungsplatz.h"
 
+#include "core/atomicfile.h"
 #include "core/runtimeerror.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QUuid>
+
+#include <cerrno>
+#include <ctime>
+#include <filesystem>
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
@@ -26,64 +32,138 @@ QString withSuffix(const QString &path, const QString &suffix)
     return path.chopped(fileSuffix.size()) + suffix;
 }
 
-// Whether nobody holds the lock, though a process of its number runs: after a crash that number can
-// belong to another program of this kind, to this one even. The system drops the lock itself when
-// its process ends, and doesn't let it be taken before.
-bool dropAbandonedLock(const QString &lockPath)
+enum class Abandoned { No, Dropped, Stuck };
+
+// Drops a lock that nobody holds, though a process of its number runs: after a crash that number
+// can belong to another program of this kind, to this one even. The system drops the lock itself
+// when its process ends, and doesn't let it be taken before.
+Abandoned dropAbandonedLock(const QString &lockPath)
 {
 #ifdef Q_OS_UNIX
+    // QLockFile creates, locks and fills its file one after the other.
+    constexpr std::time_t secondsToFill = 10;
     const QByteArray name = QFile::encodeName(lockPath);
-    const int handle = ::open(name.constData(), O_RDWR | O_CLOEXEC);
+    const int handle = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
     if (handle < 0)
-        return false;
+        return errno == ENOENT ? Abandoned::Dropped : Abandoned::No;
+    const auto close = qScopeGuard([handle] { ::close(handle); });
     struct stat opened = {};
     struct stat named = {};
     // A program that started at the same moment may have put its own lock there meanwhile.
-    const bool abandoned = ::flock(handle, LOCK_EX | LOCK_NB) == 0 &&
-                           ::fstat(handle, &opened) == 0 && ::stat(name.constData(), &named) == 0 &&
-                           opened.st_ino == named.st_ino;
-    if (abandoned)
-        ::unlink(name.constData());
-    ::close(handle);
-    return abandoned;
+    if (::flock(handle, LOCK_EX | LOCK_NB) != 0 || ::fstat(handle, &opened) != 0 ||
+        ::stat(name.constData(), &named) != 0 || opened.st_ino != named.st_ino)
+        return Abandoned::No;
+    if (opened.st_size == 0 && std::time(nullptr) - opened.st_mtime < secondsToFill)
+        return Abandoned::No;
+    return ::unlink(name.constData()) == 0 ? Abandoned::Dropped : Abandoned::Stuck;
 #else
-    return QFile::remove(lockPath); // which the system refuses for a file in use
+    // The system refuses it for a file in use.
+    return QFile::remove(lockPath) ? Abandoned::Dropped : Abandoned::No;
+#endif
+}
+
+// Which file a name leads to; 0 for none. An open file keeps its number.
+quint64 numberOfFile([[maybe_unused]] const QString &path)
+{
+#ifdef Q_OS_UNIX
+    struct stat named = {};
+    return ::stat(QFile::encodeName(path).constData(), &named) == 0 ? named.st_ino : 0;
+#else
+    return QFile::exists(path) ? 1 : 0;
 #endif
 }
 
 } // namespace
 
 Wiederherstellungsplatz::Wiederherstellungsplatz(const QString &path)
-    : m_path(path), m_lock(withSuffix(path, lockSuffix))
+    : m_path(path), m_lock(withSuffix(path, lockSuffix)), m_file(path)
 {
     m_lock.setStaleLockTime(0); // a program may run for weeks
 }
 
-bool Wiederherstellungsplatz::lock()
+Wiederherstellungsplatz::Sperre Wiederherstellungsplatz::lock()
 {
-    return m_lock.tryLock(0) || (m_lock.error() == QLockFile::LockFailedError &&
-                                 dropAbandonedLock(m_lock.fileName()) && m_lock.tryLock(0));
+    Abandoned abandoned = Abandoned::Dropped;
+    bool locked = m_lock.tryLock(0);
+    if (!locked && m_lock.error() == QLockFile::LockFailedError) {
+        abandoned = dropAbandonedLock(m_lock.fileName());
+        locked = abandoned == Abandoned::Dropped && m_lock.tryLock(0);
+    }
+    if (locked) {
+        m_lockNumber = numberOfFile(m_lock.fileName());
+        return Sperre::Eigen;
+    }
+    return m_lock.error() == QLockFile::LockFailedError && abandoned != Abandoned::Stuck
+               ? Sperre::Fremd
+               : Sperre::Unmöglich;
+}
+
+// A lock that needs nothing written.
+Wiederherstellungsplatz::Sperre Wiederherstellungsplatz::lockFileItself()
+{
+#ifdef Q_OS_UNIX
+    if (!m_file.open(QIODevice::ReadOnly))
+        return Sperre::Unmöglich;
+    if (::flock(m_file.handle(), LOCK_EX | LOCK_NB) == 0)
+        return Sperre::Eigen;
+    return errno == EWOULDBLOCK ? Sperre::Fremd : Sperre::Unmöglich;
+#else
+    return Sperre::Unmöglich; // an open file could not be replaced
+#endif
+}
+
+void Wiederherstellungsplatz::raiseReason() const
+{
+    AtomicFile(m_path).write(QByteArray(1, ' ')); // fails for the same reason, and tells it
+    throw RunTimeError(ErrorNumber::PathFileAccess);
 }
 
 std::unique_ptr<Wiederherstellungsplatz> Wiederherstellungsplatz::create(const QString &folder)
 {
-    if (!QDir().mkpath(folder))
+    std::error_code error;
+    std::filesystem::create_directories(nativePath(folder), error);
+    if (error == std::errc::not_a_directory)
         throw RunTimeError(ErrorNumber::PathFileAccess);
+    if (error)
+        throw RunTimeError(
+            errorNumberOf(error.default_error_condition().value(), ErrorNumber::PathFileAccess));
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     std::unique_ptr<Wiederherstellungsplatz> place(new Wiederherstellungsplatz(
         folder + u'/' + QUuid::createUuid().toString(QUuid::WithoutBraces) + fileSuffix));
-    if (!place->lock())
-        throw RunTimeError(ErrorNumber::PathFileAccess);
+    if (place->lock() != Sperre::Eigen)
+        place->raiseReason();
     return place;
 }
 
 std::unique_ptr<Wiederherstellungsplatz> Wiederherstellungsplatz::takeOver(const QString &path)
 {
     std::unique_ptr<Wiederherstellungsplatz> place(new Wiederherstellungsplatz(path));
-    if (!place->lock())
-        return nullptr;
+    const Sperre beside = place->lock();
     // Its program may have ended in good order at this very moment.
-    return QFileInfo::exists(path) ? std::move(place) : nullptr;
+    if (beside == Sperre::Fremd || !QFileInfo::exists(path))
+        return nullptr;
+    const Sperre itself = place->lockFileItself();
+    if (itself == Sperre::Fremd)
+        return nullptr;
+    if (beside != Sperre::Eigen && itself != Sperre::Eigen)
+        place->raiseReason();
+    return place;
+}
+
+bool Wiederherstellungsplatz::renewLock()
+{
+    if (m_lock.isLocked()) {
+        const quint64 number = numberOfFile(m_lock.fileName());
+        if (number == m_lockNumber)
+            return true;
+        if (number != 0)
+            return false;
+        m_lock.unlock();
+    }
+    const Sperre renewed = lock();
+    if (renewed == Sperre::Unmöglich)
+        raiseReason();
+    return renewed == Sperre::Eigen;
 }
 
 QStringList Wiederherstellungsplatz::filesIn(const QString &folder)
@@ -114,7 +194,8 @@ void Wiederherstellungsplatz::tidy(const QString &folder)
 
 void Wiederherstellungsplatz::removeFile() const
 {
-    QFile::remove(m_path);
+    if (!QFile::remove(m_path))
+        QFile::resize(m_path, 0); // in a protected folder; nothing is no work to be offered
 }
 
 void Wiederherstellungsplatz::setAside() const

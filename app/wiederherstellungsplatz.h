@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFile>
 #include <QLockFile>
 #include <QString>
 #include <QStringList>
@@ -12,9 +13,11 @@ class Wiederherstellungsplatz
 {
 public:
     /// A new place for this program, without a file yet. Makes the folder where it is missing.
-    /// Raises 75 where that can't be.
+    /// Raises 61, 70, 75 or 76 where that can't be.
     static std::unique_ptr<Wiederherstellungsplatz> create(const QString &folder);
-    /// The place of the existing file \a path; null as long as another program uses it.
+    /// The place of the existing file \a path; null as long as another program uses it. On a full
+    /// or protected disk the file itself is locked. Raises 61, 70, 75 or 76 where not even that can
+    /// be.
     static std::unique_ptr<Wiederherstellungsplatz> takeOver(const QString &path);
 
     /// The recovery files in \a folder, newest first, in use or not.
@@ -27,6 +30,10 @@ public:
     Q_DISABLE_COPY_MOVE(Wiederherstellungsplatz)
 
     const QString &path() const { return m_path; }
+    /// To be called before the file is written: locks the place again where the lock beside it is
+    /// missing, which a clean-up may have removed. \returns false where another program has taken
+    /// the place. Raises 61, 70, 75 or 76 where it can't be locked.
+    bool renewLock();
     /// Removes the file, if there is one.
     void removeFile() const;
     /// Renames the file, so that it is no recovery file any more.
@@ -34,8 +41,13 @@ public:
 
 private:
     explicit Wiederherstellungsplatz(const QString &path);
-    bool lock();
+    enum class Sperre { Eigen, Fremd, Unmöglich };
+    Sperre lock();
+    Sperre lockFileItself();
+    [[noreturn]] void raiseReason() const;
 
     QString m_path;
     QLockFile m_lock;
+    quint64 m_lockNumber = 0; ///< of the lock beside the file, as the disk counts files
+    QFile m_file;             ///< open as long as it is locked itself
 };

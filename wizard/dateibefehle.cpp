@@ -140,14 +140,7 @@ bool Dateibefehle::saveAs()
     const auto path = m_dialogs.saveFileName(m_window.widget(), m_fileName);
     if (!path)
         return false;
-    const QString oldName = m_fileName;
-    const QByteArray oldContent = m_contentOnDisk;
-    setFileName(QDir::cleanPath(QFileInfo(*path).absoluteFilePath()));
-    if (saveTo(m_fileName))
-        return true;
-    setFileName(oldName);
-    m_contentOnDisk = oldContent;
-    return false;
+    return saveTo(QDir::cleanPath(QFileInfo(*path).absoluteFilePath()));
 }
 
 bool Dateibefehle::saveTo(const QString &path)
@@ -155,7 +148,15 @@ bool Dateibefehle::saveTo(const QString &path)
     return fehlerbericht::guarded(m_dialogs,
                                   {m_window.widget(), Dialogs::Icon::Exclamation, produkt::name(),
                                    u"Beim Speichern der Datei ist ein Fehler aufgetreten:"_qs},
-                                  [&] { write(path); });
+                                  [&] {
+                                      write(path);
+                                      if (path == m_fileName)
+                                          return;
+                                      // Not before: while the box about a failure waits, the work
+                                      // still belongs to the old file.
+                                      setFileName(path);
+                                      m_contentOnDisk = digestOf(path);
+                                  });
 }
 
 void Dateibefehle::load(const QString &path)
@@ -190,7 +191,8 @@ void Dateibefehle::write(const QString &path)
 
 bool Dateibefehle::changedOnDisk(const QString &path) const
 {
-    if (m_contentOnDisk.isEmpty() || !QFileInfo::exists(path))
+    if (!QFileInfo(path).isFile())
         return false; // a file that is gone holds nothing that could be lost
-    return digestOf(path) != m_contentOnDisk;
+    // A file that was neither opened nor saved here is another program's.
+    return m_contentOnDisk.isEmpty() || digestOf(path) != m_contentOnDisk;
 }

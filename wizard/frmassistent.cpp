@@ -10,6 +10,7 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QFileInfo>
+#include <QLabel>
 #include <QMimeData>
 #include <QScreen>
 #include <QScrollArea>
@@ -143,9 +144,19 @@ void frmAssistent::restoreWork(const Arbeitsstand &work)
 
 void frmAssistent::showNotice(const QString &text)
 {
-    if (text.isEmpty() && !findChild<QStatusBar *>())
-        return; // a window without a notice has no bar for it
-    statusBar()->showMessage(text);
+    auto *label = findChild<QLabel *>(u"labHinweis"_qs);
+    if (!label) {
+        if (text.isEmpty())
+            return; // a window without a notice has no bar for it
+        // No message of the bar: every menu's status tip would wipe that away.
+        label = new QLabel(statusBar());
+        label->setObjectName(u"labHinweis"_qs);
+        label->setTextFormat(Qt::PlainText);
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // keeps no window wide
+        statusBar()->addPermanentWidget(label, 1);
+    }
+    label->setText(text);
+    label->setToolTip(text);
     statusBar()->setVisible(!text.isEmpty());
 }
 

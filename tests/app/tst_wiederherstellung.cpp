@@ -6,8 +6,10 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QSignalSpy>
 #include <QStatusBar>
+#include <QStatusTipEvent>
 
 /// Unsaved work is kept, comes back as it was typed, and is not kept longer than needed.
 class TestWiederherstellung : public QObject
@@ -17,6 +19,7 @@ class TestWiederherstellung : public QObject
 private slots:
     void cleanWorkIsNotKept();
     void workIsKeptSoonAfterAChange();
+    void fewSecondsAreLostAtMost();
     void typingOnDoesNotPutItOff();
     void unchangedWorkIsNotWrittenAgain();
     void keepingChangesNothing_data();
@@ -126,6 +129,11 @@ void TestWiederherstellung::workIsKeptSoonAfterAChange()
     QVERIFY(!content().contains("0,8125"));
     other.document.setMinBestimmtheitsmaßIndirektDirekt(0.8125);
     QTRY_VERIFY(content().contains("0,8125"));
+}
+
+void TestWiederherstellung::fewSecondsAreLostAtMost()
+{
+    QVERIFY(Wiederherstellung::Umgebung{}.delay <= std::chrono::seconds(5));
 }
 
 void TestWiederherstellung::typingOnDoesNotPutItOff()
@@ -514,16 +522,23 @@ void TestWiederherstellung::failureIsToldOnceAndDisturbsNothing()
     run.recovery->check();
     auto *bar = run.find<QStatusBar>({});
     QVERIFY(bar->isVisible());
-    QCOMPARE(bar->currentMessage(),
+    auto *notice = run.find<QLabel>(u"labHinweis"_qs);
+    QCOMPARE(notice->text(),
              u"Ungespeicherte Arbeit kann zurzeit nicht gesichert werden (Fehler beim Zugriff auf "
              u"Pfad/Datei, 75). Bitte speichern Sie öfter."_qs);
     QCOMPARE(QApplication::focusWidget(), focus);
     QVERIFY(run.dialogs.shown.empty());
+    for (const QString &tip : {u"Öffnet eine Datei"_qs, QString()}) { // a menu under the pointer
+        QStatusTipEvent event(tip);
+        QCoreApplication::sendEvent(run.window.get(), &event);
+        QVERIFY(notice->isVisible());
+        QVERIFY(!notice->text().isEmpty());
+    }
 
-    bar->clearMessage();
+    run.window->showNotice({});
     QTest::keyClicks(QApplication::focusWidget(), u"8"_qs);
     run.recovery->check();
-    QCOMPARE(bar->currentMessage(), QString()); // once
+    QCOMPARE(notice->text(), QString()); // once
     run.find<QAction>(u"mf_save"_qs)->trigger();
     QVERIFY(!run.document.IsDirty());
     QVERIFY(run.dialogs.shown.empty());

@@ -5,10 +5,13 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QTimer>
 
 #include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,6 +28,13 @@ private slots:
     void runningProgramsWorkIsNotOffered();
     void twoProgramsKeepTheirOwnFiles();
     void usedAgainProcessNumberHidesNothing();
+    void lockThatIsJustBeingFilledIsRespected();
+    void diskThatTakesNothingHidesNothing_data();
+    void diskThatTakesNothingHidesNothing();
+    void discardedWorkInAProtectedFolderIsNotOfferedAgain();
+    void lockThatWasClearedAwayIsMadeAgain();
+    void otherNumberFormatIsNotMisread();
+    void fileOfANewerProgramIsLeftAlone();
     void unreadableFileIsToldOnce_data();
     void unreadableFileIsToldOnce();
     void fileThatWasNeverWrittenIsDropped();
@@ -101,6 +111,42 @@ void makeTemplate(const QString &folder)
 {
     QFile::rename(folder + u'/' + Programmlauf::filesIn(folder).value(0), folder + u"/vorlage"_qs);
 }
+
+// As long as it lives, this process can write nothing: no byte at all, or only where everybody may.
+class DiskThatTakesNothing
+{
+public:
+    explicit DiskThatTakesNothing(bool full) : m_full(full)
+    {
+        if (!m_full) {
+            m_isSo = ::geteuid() != 0 || ::seteuid(nobody) == 0;
+            return;
+        }
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        m_isSo = ::getrlimit(RLIMIT_FSIZE, &m_before) == 0;
+        const rlimit nothing = {0, m_before.rlim_max};
+        m_isSo = m_isSo && ::setrlimit(RLIMIT_FSIZE, &nothing) == 0;
+    }
+    ~DiskThatTakesNothing()
+    {
+        const bool back = m_full ? ::setrlimit(RLIMIT_FSIZE, &m_before) == 0
+                                 : ::geteuid() == ::getuid() || ::seteuid(::getuid()) == 0;
+        if (m_full)
+            std::signal(SIGXFSZ, m_handler);
+        if (!back)
+            qFatal("the disk stays as it is");
+    }
+    Q_DISABLE_COPY_MOVE(DiskThatTakesNothing)
+
+    bool isSo() const { return m_isSo; }
+
+private:
+    static constexpr uid_t nobody = 65534; // the superuser may write everywhere
+    bool m_full;
+    bool m_isSo = false;
+    rlimit m_before = {};
+    void (*m_handler)(int) = SIG_DFL;
+};
 
 void overwrite(const QString &path, const QByteArray &content)
 {
@@ -232,6 +278,173 @@ void TestWiederherstellungsangebot::usedAgainProcessNumberHidesNothing()
     startOn(run, {Antwort::Wiederherstellen});
     QCOMPARE(run.offers.size(), std::size_t{1});
     QVERIFY(run.document.IsDirty());
+}
+
+void TestWiederherstellungsangebot::lockThatIsJustBeingFilledIsRespected()
+{
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    QFile lock(folder + u'/' + Programmlauf::filesIn(folder).value(0).chopped(4) + u".lock"_qs);
+    overwrite(lock.fileName(), {});
+    {
+        Programmlauf run(1, folder);
+        startOn(run);
+        QVERIFY(run.offers.empty());
+        QVERIFY(run.dialogs.shown.empty());
+    }
+    QVERIFY(lock.exists());
+    QVERIFY(lock.open(QIODevice::ReadWrite));
+    QVERIFY(lock.setFileTime(QDateTime::currentDateTime().addSecs(-60),
+                             QFileDevice::FileModificationTime));
+    lock.close();
+    Programmlauf run(1, folder); // its program was killed before it filled the lock
+    startOn(run);
+    QCOMPARE(run.offers.size(), std::size_t{1});
+}
+
+void TestWiederherstellungsangebot::diskThatTakesNothingHidesNothing_data()
+{
+    QTest::addColumn<bool>("full");
+    QTest::addColumn<bool>("lockLeft");
+    QTest::newRow("full") << true << false;
+    QTest::newRow("full, and a lock is left") << true << true;
+    QTest::newRow("protected") << false << false;
+    QTest::newRow("protected, and a lock is left") << false << true;
+}
+
+void TestWiederherstellungsangebot::diskThatTakesNothingHidesNothing()
+{
+    QFETCH(bool, full);
+    QFETCH(bool, lockLeft);
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    if (lockLeft) {
+        makeTemplate(folder);
+        OtherProgram(folder).kill();
+        QVERIFY(QFile::remove(folder + u"/vorlage"_qs));
+    }
+    QCOMPARE(QDir(folder).entryList(QDir::Files).size(), lockLeft ? 2 : 1);
+    const QByteArray name = QFile::encodeName(folder);
+    for (const QString &file : QDir(folder).entryList(QDir::Files))
+        QVERIFY(::chmod((name + '/' + QFile::encodeName(file)).constData(), 0644) == 0);
+    QVERIFY(::chmod(QFile::encodeName(disk.path()).constData(), 0755) == 0);
+    QVERIFY(::chmod(name.constData(), full ? 0777 : 0555) == 0);
+    Programmlauf run(1, folder);
+    run.startEmpty();
+    run.answersToOffers = {Antwort::Wiederherstellen};
+    {
+        const DiskThatTakesNothing nothing(full);
+        QVERIFY(nothing.isSo());
+        run.recovery->offer();
+        run.recovery->check(); // what is the matter is told now
+    }
+    QVERIFY(::chmod(name.constData(), 0755) == 0);
+    QCOMPARE(run.offers.size(), std::size_t{1});
+    QVERIFY(run.document.IsDirty());
+    QVERIFY(run.dialogs.shown.empty());
+    QCOMPARE(run.files().size(), 1);
+    const QString notice = run.find<QLabel>(u"labHinweis"_qs)->text();
+    QVERIFY2(notice.contains(full ? u"(Datenträger voll, 61)"_qs : u", 70)"_qs),
+             qPrintable(notice));
+    run.recovery->check(); // and now there is room again
+    QVERIFY(!run.find<QLabel>(u"labHinweis"_qs)->isVisible());
+    QCOMPARE(QDir(folder).entryList(QDir::Files).size(), 2); // with its lock
+}
+
+void TestWiederherstellungsangebot::discardedWorkInAProtectedFolderIsNotOfferedAgain()
+{
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    const QByteArray name = QFile::encodeName(folder);
+    const QByteArray file = name + '/' + QFile::encodeName(Programmlauf::filesIn(folder).value(0));
+    QVERIFY(::chmod(file.constData(), 0666) == 0);
+    QVERIFY(::chmod(QFile::encodeName(disk.path()).constData(), 0755) == 0);
+    QVERIFY(::chmod(name.constData(), 0555) == 0);
+    {
+        Programmlauf run(1, folder);
+        run.startEmpty();
+        run.answersToOffers = {Antwort::Verwerfen};
+        const DiskThatTakesNothing nothing(false);
+        QVERIFY(nothing.isSo());
+        run.recovery->offer();
+        QCOMPARE(run.offers.size(), std::size_t{1});
+        run.recovery->offer();
+        QCOMPARE(run.offers.size(), std::size_t{1});
+        QVERIFY(run.dialogs.shown.empty());
+    }
+    QVERIFY(::chmod(name.constData(), 0755) == 0);
+}
+
+void TestWiederherstellungsangebot::lockThatWasClearedAwayIsMadeAgain()
+{
+    const QTemporaryDir disk;
+    const QString folder = disk.filePath(u"w"_qs);
+    Programmlauf run(3, folder);
+    run.start();
+    run.type(valuesGrid, 1, 2, u"9"_qs);
+    run.recovery->check();
+    const QStringList before = QDir(folder).entryList(QDir::Files);
+    QCOMPARE(before.size(), 2);
+    QVERIFY(QFile::remove(folder + u'/' + before.filter(u".lock"_qs).value(0)));
+    run.type(valuesGrid, 1, 2, u"8"_qs);
+    run.recovery->check();
+    QCOMPARE(QDir(folder).entryList(QDir::Files), before);
+    Programmlauf other(1, folder);
+    startOn(other);
+    QVERIFY(other.offers.empty());
+}
+
+void TestWiederherstellungsangebot::otherNumberFormatIsNotMisread()
+{
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    const QStringList before = Programmlauf::filesIn(folder);
+    {
+        Programmlauf run(1, folder, 4, QLocale(QLocale::English, QLocale::UnitedStates));
+        startOn(run, {Antwort::Wiederherstellen});
+        QVERIFY(run.offers.empty());
+        QVERIFY(!run.document.IsDirty());
+        QCOMPARE(run.dialogs.shown,
+                 std::vector{informationBox(
+                     u"Ungespeicherte Arbeit wurde gesichert, als Zahlen anders geschrieben "
+                     u"wurden. Damit keine Zahl falsch gelesen wird, bleibt sie liegen.\r\nBitte "
+                     u"stellen Sie das frühere Zahlenformat ein und starten Sie das Programm noch "
+                     u"einmal."_qs)});
+        QCOMPARE(run.files(), before);
+    }
+    Programmlauf run(1, folder);
+    startOn(run, {Antwort::Wiederherstellen});
+    QVERIFY(run.document.IsDirty());
+    QVERIFY(run.dialogs.shown.empty());
+}
+
+void TestWiederherstellungsangebot::fileOfANewerProgramIsLeftAlone()
+{
+    const QTemporaryDir disk;
+    const QString folder = folderAfterACrash(disk);
+    const QString path = folder + u'/' + Programmlauf::filesIn(folder).value(0);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QByteArray content = file.readAll();
+    file.close();
+    // The header begins with the number 1 in four bytes, which becomes 9.
+    const auto number = content.indexOf("AAAAA", content.indexOf("Wiederherstellung"));
+    QVERIFY(number > 0);
+    content[number + 4] = 'C';
+    overwrite(path, content);
+    for (int start = 1; start <= 2; ++start) {
+        Programmlauf run(1, folder);
+        startOn(run, {Antwort::Wiederherstellen});
+        QVERIFY(run.offers.empty());
+        QCOMPARE(run.dialogs.shown,
+                 std::vector{informationBox(
+                     u"Ungespeicherte Arbeit aus einer neueren Fassung dieses Programms ist noch "
+                     u"vorhanden.\r\nBitte öffnen Sie die neuere Fassung, um sie "
+                     u"wiederherzustellen."_qs)});
+        QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{QFileInfo(path).fileName()});
+    }
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), content);
 }
 
 void TestWiederherstellungsangebot::unreadableFileIsToldOnce_data()

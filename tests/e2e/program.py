@@ -68,7 +68,8 @@ class Program:
     def __init__(self, desk, user, arguments=()):
         load_accessibility(desk)
         self._environment = user.environment
-        self._errors = user.folder / "stderr"
+        started = len(list(user.folder.glob("stderr-*")))
+        self._errors = user.folder / f"stderr-{started + 1}"  # what earlier runs wrote stays
         with open(self._errors, "wb") as errors:
             self.process = subprocess.Popen(
                 without_privileges([os.environ["WENDRAL_PROGRAM"], *arguments]), env=user.environment, cwd=user.home,

@@ -104,8 +104,8 @@ class TypicalCalibration(EndToEndTest):
         program.window("Protokolldaten")
         for text in PROTOCOL_DATA:
             program.type(text + "\n")
-        texts = [row[1] for row in program.table("Protokolldaten")]
-        self.assertEqual(texts[:len(PROTOCOL_DATA)], list(PROTOCOL_DATA))
+        program.wait_until(lambda: [row[1] for row in program.table("Protokolldaten")][:len(PROTOCOL_DATA)]
+                           == list(PROTOCOL_DATA), "the table holds what was typed")
         program.press("OK")
 
     def compare(self, target):

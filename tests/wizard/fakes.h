@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -28,6 +29,8 @@ public:
     void message(QWidget *, Icon icon, const QString &title, const QString &text) override
     {
         shown.push_back({icon, title, text});
+        if (whileShown)
+            whileShown();
     }
     Answer question(QWidget *, const QString &title, const QString &text) override
     {
@@ -51,6 +54,7 @@ public:
     }
 
     std::vector<Shown> shown;
+    std::function<void()> whileShown; ///< what goes on while a message waits
     QStringList questions;
     QStringList conflicts;
     QStringList openedAt;

@@ -42,6 +42,8 @@ private slots:
     void saveWithoutANameAsksForOne();
     void cancelledSaveAsChangesNothing();
     void failedSaveAsRestoresNameAndTitle();
+    void workBelongsToTheOldFileWhileAFailureIsShown();
+    void workOfUnknownContentDoesNotReplaceAFileUnasked();
     void failedSaveIsReported();
     void failedSaveLeavesTheStore_data();
     void failedSaveLeavesTheStore();
@@ -468,6 +470,35 @@ void TestDateibefehle::failedSaveAsRestoresNameAndTitle()
     QCOMPARE(f.window->FileName(), f.path(u"a.xml"_qs));
     QCOMPARE(f.window->windowTitle(), productName + u" - a.xml"_qs);
     QVERIFY(f.document.IsDirty());
+}
+
+void TestDateibefehle::workBelongsToTheOldFileWhileAFailureIsShown()
+{
+    WizardFixture f;
+    const QString path = saved(f, u"a.xml"_qs, u"A"_qs);
+    f.open();
+    f.window->FileOpen(path);
+    f.document.DirektesPrüfmerkmal().setName(u"C"_qs);
+    const Arbeitsstand before = f.window->work();
+    QVERIFY(!before.contentOnDisk.isEmpty());
+    bool same = false;
+    f.dialogs.whileShown = [&] { same = f.window->work() == before; };
+    f.dialogs.saveNames = {f.path(u"no/folder/b.xml"_qs)};
+    trigger(f, u"mf_saveas"_qs);
+    QVERIFY(same);
+    QVERIFY(f.window->work() == before);
+}
+
+void TestDateibefehle::workOfUnknownContentDoesNotReplaceAFileUnasked()
+{
+    WizardFixture f;
+    const QString path = saved(f, u"a.xml"_qs, u"von anderen"_qs);
+    const QByteArray theirs = contentOf(path);
+    f.open();
+    f.window->restoreWork({path, {}, 1, {}});
+    trigger(f, u"mf_save"_qs);
+    QCOMPARE(f.dialogs.conflicts.size(), 1);
+    QCOMPARE(contentOf(path), theirs);
 }
 
 void TestDateibefehle::failedSaveIsReported()
