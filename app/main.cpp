@@ -10,6 +10,7 @@
 #include "wizard/qtdialogs.h"
 
 #include <QApplication>
+#include <QPixmapCache>
 #include <QSettings>
 #include <QStandardPaths>
 
@@ -39,6 +40,9 @@ int main(int argc, char **argv)
     takeFileSizeLimitAsError();
     QApplication::setApplicationName(produkt::name());
     QGuiApplication::setDesktopFileName(QStringLiteral("kalibrierung-wendral"));
+    // It keeps the icons of windows that are closed, some 16 KiB for each preview; 10 MiB is its own
+    // limit, and nothing here gains by that.
+    QPixmapCache::setCacheLimit(2048);
     installGermanTexts(application);
     const QLocale locale = userLocale();
     QLocale::setDefault(locale);
