@@ -4,7 +4,7 @@ import collections
 import shutil
 
 from e2etest import EXAMPLE, EndToEndTest, main, setUpModule, tearDownModule  # noqa: F401 - unittest calls them
-from wizard import STEPS, go_back, go_forward, open_file, title
+from wizard import OPENING, STEPS, choose_file, go_back, go_forward, open_file, title
 
 WORKED_WITH = ("push button", "toggle button", "check box", "radio button", "text", "password text", "spin button",
                "combo box", "slider", "table", "tree", "list", "scroll bar", "menu item")
@@ -141,6 +141,27 @@ class Names(EndToEndTest):
         self.check(("Ja", "Nein", "Abbrechen"))
         self.program.answer("Abbrechen")
         self.program.find(STEPS[1])
+
+    def test_recovery(self):
+        go_forward(self.program, 1)
+        self.program.enter("Direktes Prüfmerkmal: Name", "Probe")
+        self.program.wait_until(lambda: any(path.stat().st_size for path in
+                                            self.user.folder.rglob("Wiederherstellung/*.xml")), "the work is kept")
+        self.program.kill()
+        self.program = self.start()
+        self.program.message()
+        self.check(("Wiederherstellen", "Verwerfen", "Später"))
+        self.program.answer("Verwerfen")
+        self.program.window(title())
+
+    def test_failures(self):
+        self.file.write_bytes(b"no calibration")
+        self.program.keys("ctrl+o")
+        choose_file(self.program, OPENING, self.file)
+        self.assertIn("(321)", self.program.message())
+        self.check(("OK",))
+        self.program.answer("OK")
+        self.program.window(title())
 
     def close(self, back_to):
         self.program.keys("Escape")

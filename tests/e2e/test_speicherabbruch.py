@@ -36,6 +36,7 @@ class KilledSaves(EndToEndTest):
             cut_short += self.remove_unfinished()
         print(f"{KILLS} kills, seed {seed}; versions met: {met}; {cut_short} of the kills cut a write short")
         self.assertGreater(min(met.values()), 0, "the kills came at all moments")
+        self.assertGreater(cut_short, 0, "some kills came within a write")
 
     def make_versions(self):
         """The digit that the first value has, by the bytes that the program then saves."""

@@ -16,6 +16,7 @@ from wizard import SAVING, choose_file, go_back, go_forward, open_file, title
 OLD = b"old contents, to be kept or replaced as a whole\n"
 STEP = 4096
 LONGEST_NAME = 250
+QUESTION = "Sollen die Änderungen gespeichert werden?"
 
 
 class SaveFaults:
@@ -65,7 +66,7 @@ class SaveFaults:
 
     def expect_unsaved_changes(self):
         self.program.keys("alt+F4")
-        self.program.message()
+        self.assertEqual(self.program.message(), QUESTION)
         self.program.answer("Abbrechen")
 
     def expect_folder(self, *names):
