@@ -40,8 +40,8 @@ int main(int argc, char **argv)
     takeFileSizeLimitAsError();
     QApplication::setApplicationName(produkt::name());
     QGuiApplication::setDesktopFileName(QStringLiteral("kalibrierung-wendral"));
-    // It keeps the icons of windows that are closed, some 16 KiB for each preview; 10 MiB is its own
-    // limit, and nothing here gains by that.
+    // It keeps the icons of windows that are closed, some 16 KiB for each preview; 10 MiB is its
+    // own limit, and nothing here gains by that.
     QPixmapCache::setCacheLimit(2048);
     installGermanTexts(application);
     const QLocale locale = userLocale();
