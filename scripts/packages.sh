@@ -35,7 +35,7 @@ ensure_packages() {
 }
 
 # What the program is built from.
-build_packages=(cmake ninja-build g++ ccache qt6-base-dev libqt6svg6-dev qt6-translations-l10n
+build_packages=(cmake ninja-build g++ ccache qt6-base-dev qt6-svg-dev qt6-translations-l10n
   libgl-dev libpugixml-dev libxlsxwriter-dev libminizip-dev zlib1g-dev fonts-liberation
   libqt6svg6)
 # What a Debian package is made with. fp-utils holds the compiler of Wendral.chm; without it the build
