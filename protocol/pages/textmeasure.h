@@ -8,6 +8,7 @@
 
 #include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 /// Texts are laid out at this resolution wherever they are painted later, so that lines and pages
@@ -54,12 +55,7 @@ public:
     void add(Drawing &drawing, PlacedText text) const;
 
 private:
-    struct Key
-    {
-        int pixelSize;
-        bool bold;
-        auto operator<=>(const Key &) const = default;
-    };
+    using Key = std::pair<int, bool>; ///< size in pixels, whether bold
     const QFontMetricsF &metrics(const TextStyle &style) const;
     void breakLine(const QString &text, const TextStyle &style, double widthCm,
                    std::vector<QString> &result) const;
