@@ -152,6 +152,7 @@ void frmAssistent::showNotice(const QString &text)
         label = new QLabel(statusBar());
         label->setObjectName(u"labHinweis"_qs);
         label->setTextFormat(Qt::PlainText);
+        label->setMargin(fontMetrics().height() / 4);
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // keeps no window wide
         statusBar()->addPermanentWidget(label, 1);
     }

@@ -32,7 +32,7 @@ SeiteMesswerte::SeiteMesswerte(const Seitenkontext &context, QWidget *parent)
     m_notice->hide();
     column->addWidget(m_notice);
     column->addWidget(m_table, 1);
-    connect(m_table, &Tabelle::AfterCellEdit, this, &SeiteMesswerte::valueEdited);
+    connect(m_table, &Tabelle::AfterCellEdit, this, &SeiteMesswerte::cellEdited);
     connect(m_table, &Tabelle::pastedTooMuch, this, &SeiteMesswerte::reportLeftOut);
 }
 
@@ -133,6 +133,37 @@ bool SeiteMesswerte::isChanged(int row, PrüfmerkmalEnum kind) const
            cellText(row, kind) != filled->at(static_cast<std::size_t>(kind));
 }
 
+// Another value may get the very text that filling wrote: 97,457 where 97,456 is shown as "97,46".
+// It was typed all the same, and is written back then.
+void SeiteMesswerte::cellEdited(int row, int col, QString &newText, bool &cancel)
+{
+    const QString typed = newText;
+    emit valueEdited(row, col, newText, cancel);
+    if (!cancel && typed != newText && !isStored(row, col, typed))
+        forgetFilled(row, col, newText);
+}
+
+// From now on the cell counts as typed, if \a text is what filling wrote.
+void SeiteMesswerte::forgetFilled(int row, int col, const QString &text)
+{
+    const auto filled = m_filled.find(row);
+    if (filled == m_filled.end() || (col != DirectColumn && col != IndirectColumn))
+        return;
+    QString &shown = (*filled)[static_cast<std::size_t>(kindOf(col))];
+    if (shown == text)
+        shown.clear();
+}
+
+bool SeiteMesswerte::isStored(int row, int col, const QString &text) const
+try {
+    const Place where = place(row);
+    const Values &values = document().values();
+    return values.number(document().Messwert(kindOf(col), where.field, where.point)) ==
+           values.number(QStringView(text));
+} catch (const RunTimeError &) {
+    return false;
+}
+
 void SeiteMesswerte::formatEdited(int, int col, QString &newText) const
 {
     const Values &values = document().values();
@@ -227,6 +258,9 @@ Eingaben SeiteMesswerte::entries() const
 void SeiteMesswerte::restoreEntries(const Eingaben &entries)
 {
     m_table->restoreCells(entries);
+    eingaben::forEachCell(
+        entries, m_table->grid().objectName(),
+        [this](int row, int col, const QString &text) { forgetFilled(row, col, text); });
     m_table->reopenEditor(entries);
 }
 

@@ -47,6 +47,10 @@ private:
     void setColumns();
     void readFieldSizes();
     std::int32_t mostPoints() const;
+    void cellEdited(int row, int col, QString &newText, bool &cancel);
+    void forgetFilled(int row, int col, const QString &text);
+    bool isStored(int row, int col, const QString &text) const;
+    static PrüfmerkmalEnum kindOf(int col) { return col == DirectColumn ? pmDirekt : pmIndirekt; }
     Place place(int row) const;
     QStringList rowTexts(int row);
     QString cellText(int row, PrüfmerkmalEnum kind) const;

@@ -58,7 +58,7 @@ SeitePrueffelder::SeitePrueffelder(const Seitenkontext &context, QWidget *parent
     row->addWidget(labelled(u"&Namen der Prüfpunkte:"_qs, m_points), 2);
     column->addLayout(row, 1);
 
-    connect(m_fields, &Tabelle::AfterCellEdit, this, &SeitePrueffelder::fieldEdited);
+    connect(m_fields, &Tabelle::AfterCellEdit, this, &SeitePrueffelder::cellEdited);
     connect(m_fields, &Tabelle::changed, this, [this] {
         // Once for many cells that are cleared one by one.
         if (!std::exchange(m_showPointsPending, true))
@@ -161,6 +161,33 @@ bool SeitePrueffelder::isChanged(int row, FieldColumn col) const
 {
     const auto filled = m_filled.constFind(row);
     return filled != m_filled.constEnd() && text(row, col) != filled->at(col);
+}
+
+// Another value may get the very text that filling wrote: 2,3 where 2,456 is shown as "2". It was
+// typed all the same, and is written back then.
+void SeitePrueffelder::cellEdited(int row, int col, QString &newText, bool &cancel)
+{
+    const QString typed = newText;
+    emit fieldEdited(row, col, newText, cancel);
+    if (!cancel && col == ValueColumn && typed != newText && !isStoredValue(row, typed))
+        forgetFilled(row, col, newText);
+}
+
+// From now on the cell counts as typed, if \a text is what filling wrote.
+void SeitePrueffelder::forgetFilled(int row, int col, const QString &text)
+{
+    const auto filled = m_filled.find(row);
+    if (filled != m_filled.end() && filled->at(col) == text)
+        (*filled)[static_cast<std::size_t>(col)].clear();
+}
+
+bool SeitePrueffelder::isStoredValue(int row, const QString &text) const
+{
+    return orElse(
+        [&] {
+            return document().PrüffeldWert(row) == document().values().number(QStringView(text));
+        },
+        false);
 }
 
 void SeitePrueffelder::formatEdited(int, int col, QString &newText) const
@@ -279,6 +306,9 @@ Eingaben SeitePrueffelder::entries() const
 void SeitePrueffelder::restoreEntries(const Eingaben &entries)
 {
     m_fields->restoreCells(entries);
+    eingaben::forEachCell(
+        entries, m_fields->grid().objectName(),
+        [this](int row, int col, const QString &text) { forgetFilled(row, col, text); });
     showPoints(); // as many as the restored counts say
     m_pointNames.restoreEntries(entries);
     m_points->reopenEditor(entries);

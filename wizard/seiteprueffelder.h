@@ -41,6 +41,9 @@ private:
     void fillFields(std::int32_t count);
     QStringList fieldRow(int row);
     void showPoints();
+    void cellEdited(int row, int col, QString &newText, bool &cancel);
+    void forgetFilled(int row, int col, const QString &text);
+    bool isStoredValue(int row, const QString &text) const;
     int mostPoints() const;
 
     /// What is wrong with a cell of a row, or nothing.

@@ -27,6 +27,7 @@ private slots:
     void emptyCellsRefuseTheStepForward();
     void shownTextIsNeverWrittenBack();
     void sameTextTypedAgainIsNoChange();
+    void anotherValueOfTheSameTextIsStored();
     void placesChangedAfterTyping();
     void focusGoesDirectIndirectNextRow();
     void labelsCannotBeTouched();
@@ -266,6 +267,33 @@ void TestSeiteMesswerte::sameTextTypedAgainIsNoChange()
     f.type(valuesGrid, 1, direct, u"97,47"_qs);
     f.click(u"cmdNext"_qs);
     QCOMPARE(f.document.values().text(f.document.Messwert(pmDirekt, 1, 1)), u"97,47"_qs);
+}
+
+void TestSeiteMesswerte::anotherValueOfTheSameTextIsStored()
+{
+    PageFixture f(3);
+    f.document.setMesswert(pmDirekt, 1, 1, 97.456);
+    f.open();
+    f.document.setIsDirty(false);
+    f.type(valuesGrid, 1, direct, u"97,456"_qs); // the value itself
+    f.click(u"cmdNext"_qs);
+    QCOMPARE(f.document.values().text(f.document.Messwert(pmDirekt, 1, 1)), u"97,456"_qs);
+    QVERIFY(!f.document.IsDirty());
+    f.click(u"cmdPrevious"_qs);
+    f.type(valuesGrid, 1, direct, u"97,457"_qs);
+    const Arbeitsstand unsaved = f.window->work();
+    QCOMPARE(unsaved.entries.size(), 1);
+    f.click(u"cmdNext"_qs);
+    QCOMPARE(f.document.values().text(f.document.Messwert(pmDirekt, 1, 1)), u"97,46"_qs);
+    QVERIFY(f.document.IsDirty());
+
+    // Kept and restored, it is still typed.
+    PageFixture later(3);
+    later.document.setMesswert(pmDirekt, 1, 1, 97.456);
+    later.open();
+    later.window->restoreWork(unsaved);
+    later.click(u"cmdNext"_qs);
+    QCOMPARE(later.document.values().text(later.document.Messwert(pmDirekt, 1, 1)), u"97,46"_qs);
 }
 
 void TestSeiteMesswerte::placesChangedAfterTyping()

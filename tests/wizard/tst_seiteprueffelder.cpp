@@ -26,6 +26,7 @@ private slots:
     void covariableGetsItsPlaces();
     void namesAndCountsStayAsTyped();
     void unchangedTextIsNeverWrittenBack();
+    void anotherValueOfTheSameTextIsStored();
     void renamedFieldsAndPointsAreKept();
     void pointListFollowsTheTypedCounts();
     void pointListedAgainHasItsNewestName();
@@ -299,6 +300,17 @@ void TestSeitePrueffelder::unchangedTextIsNeverWrittenBack()
     f.click(u"cmdNext"_qs);
     QCOMPARE(f.document.PrüffeldWert(1), 2.456);
     QVERIFY(!f.document.IsDirty());
+}
+
+void TestSeitePrueffelder::anotherValueOfTheSameTextIsStored()
+{
+    PageFixture f(2);
+    f.document.setPrüffeldWert(1, 2.456); // shows "2"
+    f.open();
+    f.type(fieldsGrid, 1, 2, u"2,3"_qs);
+    QCOMPARE(f.grid(fieldsGrid).textMatrix(1, 2), u"2"_qs);
+    f.click(u"cmdNext"_qs);
+    QCOMPARE(f.document.PrüffeldWert(1), 2.0);
 }
 
 void TestSeitePrueffelder::renamedFieldsAndPointsAreKept()
