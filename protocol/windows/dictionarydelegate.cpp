@@ -1,10 +1,31 @@
 #include "protocol/windows/dictionarydelegate.h"
 
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPlainTextEdit>
 
 #include <algorithm>
 #include <cmath>
+
+namespace {
+
+// Takes nothing but text. Qt's own asks for the first of the formats also where there is none, as
+// in a clipboard whose program has ended, and dies of it; and it takes one of them for markup.
+class EntryEdit : public QPlainTextEdit
+{
+public:
+    using QPlainTextEdit::QPlainTextEdit;
+
+protected:
+    void insertFromMimeData(const QMimeData *source) override
+    {
+        if (source && source->hasText())
+            insertPlainText(source->text());
+        ensureCursorVisible();
+    }
+};
+
+} // namespace
 
 DictionaryDelegate::DictionaryDelegate(QWidget &frame) : QStyledItemDelegate(&frame), m_frame(frame)
 {
@@ -21,7 +42,7 @@ void DictionaryDelegate::commit()
 QWidget *DictionaryDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &,
                                           const QModelIndex &index) const
 {
-    auto *editor = new QPlainTextEdit(&m_frame);
+    auto *editor = new EntryEdit(&m_frame);
     editor->setObjectName(u"txtEintrag"_qs);
     editor->setAccessibleName(index.siblingAtColumn(0).data().toString());
     editor->setTabChangesFocus(true);

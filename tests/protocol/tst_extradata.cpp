@@ -2,6 +2,9 @@
 #include "tests/protocol/documents.h"
 #include "tests/support/testregistry.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableWidget>
@@ -213,6 +216,42 @@ private slots:
         tableOf(edit).editItem(tableOf(edit).item(0, 1));
         QTest::keyClick(edit.findChild<QPlainTextEdit *>(u"txtEintrag"_qs), Qt::Key_Return);
         QCOMPARE(edit.dictionary().at(0).second, u"a\r\nb\tc"_qs);
+    }
+
+    void pastingFromAnEmptyClipboardChangesNothing()
+    {
+        DictionaryEdit edit;
+        edit.setDictionary({{u"eins"_qs, u"1"_qs}});
+        edit.show();
+        QPlainTextEdit &editor = typeInto(edit, 0, 1, u"neu"_qs);
+        QGuiApplication::clipboard()->setMimeData(new QMimeData); // as X has it without an owner
+        QTest::keyClick(&editor, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(editor.toPlainText(), u"neu"_qs);
+    }
+
+    void pastedTextIsTakenAsItStands_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("lines") << u"text/plain"_qs << u"a\r\nb\nc"_qs << u"a\nb\nc"_qs;
+        QTest::newRow("markup as well") << u"text/markdown"_qs << u"*a* # b"_qs << u"*a* # b"_qs;
+    }
+    void pastedTextIsTakenAsItStands()
+    {
+        QFETCH(QString, format);
+        QFETCH(QString, pasted);
+        QFETCH(QString, expected);
+        DictionaryEdit edit;
+        edit.setDictionary({{u"eins"_qs, u"1"_qs}});
+        edit.show();
+        QPlainTextEdit &editor = typeInto(edit, 0, 1, {});
+        auto *data = new QMimeData;
+        data->setData(format, pasted.toUtf8()); // the first of the formats
+        data->setText(pasted);
+        QGuiApplication::clipboard()->setMimeData(data);
+        QTest::keyClick(&editor, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(editor.toPlainText(), expected);
     }
 
     void theEditorIsFoundByItsKeyAndLiesOverItsCell()
