@@ -150,6 +150,7 @@ void frmProtocollPreview::compose(const std::exception_ptr &reported)
                    [=, this](const std::exception_ptr &error) {
                        m_controls->setProgress({});
                        m_composing = false;
+                       m_incomplete = error && !m_stack->pages().empty();
                        placeScrollBars();
                        showPageCount();
                        // What has been reported is not reported once more.

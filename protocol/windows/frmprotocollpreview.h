@@ -71,6 +71,8 @@ private:
     void VScroll1_Change();
 
     ProtocolOptions options() const;
+    template <typename Dialog>
+    auto ask(const Dialog &dialog);
     QPrinter &printer();
     void takeSheetFrom(const QPrinter &printer);
     void print();
@@ -101,7 +103,7 @@ private:
     QScrollBar *m_horizontal;
     QString m_zoomText; ///< the last one that was a factor
     bool m_loaded = false;
-    bool m_incomplete = false;  ///< composing was cancelled: pages are missing
+    bool m_incomplete = false;  ///< composing was cancelled or failed: pages are missing
     bool m_composeAnew = false; ///< saving has displaced an unfinished composition
     bool m_composing = false;   ///< the scroll bars keep their range: the view stays where it is
 

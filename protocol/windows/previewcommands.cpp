@@ -12,6 +12,7 @@
 #include <QFileInfo>
 #include <QPageSize>
 #include <QPrinter>
+#include <QScopeGuard>
 #include <QStatusBar>
 
 namespace {
@@ -21,6 +22,15 @@ constexpr QAbstractPrintDialog::PrintDialogOptions printOptions =
     QAbstractPrintDialog::PrintShowPageSize | QAbstractPrintDialog::PrintCollateCopies;
 
 } // namespace
+
+// Composing waits meanwhile, so that its failure is not reported over an open dialog.
+template <typename Dialog>
+auto frmProtocollPreview::ask(const Dialog &dialog)
+{
+    m_slices.hold();
+    const auto release = qScopeGuard([this] { m_slices.release(); });
+    return dialog();
+}
 
 QPrinter &frmProtocollPreview::printer()
 {
@@ -53,7 +63,7 @@ void frmProtocollPreview::takeSheetFrom(const QPrinter &printer)
 
 void frmProtocollPreview::print()
 {
-    if (!m_services.choosePrinter(printer(), printOptions, this))
+    if (!ask([this] { return m_services.choosePrinter(printer(), printOptions, this); }))
         return;
     // Before anything else is touched: a job that is refused leaves the preview as it is.
     auto pages = std::make_unique<PrintPages>(printer());
@@ -90,7 +100,7 @@ void frmProtocollPreview::printEnded(const std::exception_ptr &error)
 
 void frmProtocollPreview::setUpPrinter()
 {
-    if (m_services.setUpPrinter(printer(), this))
+    if (ask([this] { return m_services.setUpPrinter(printer(), this); }))
         takeSheetFrom(printer());
     rebuild();
 }
@@ -103,7 +113,8 @@ void frmProtocollPreview::edit()
 
 void frmProtocollPreview::saveAsPdf()
 {
-    const QString target = m_services.choosePdfTarget(m_pdfSuggestion, this);
+    const QString target =
+        ask([this] { return m_services.choosePdfTarget(m_pdfSuggestion, this); });
     if (target.isEmpty())
         return;
     m_pdf = std::make_unique<ProtocolPdfJob>(*m_document, options(), target);

@@ -21,7 +21,8 @@ void Slices::start(Step step, Ended ended)
     drop();
     m_step = std::move(step);
     m_ended = std::move(ended);
-    m_timer.start(0);
+    if (m_held == 0)
+        m_timer.start(0);
     runSlice();
 }
 
@@ -33,9 +34,21 @@ void Slices::drop()
     m_ended = nullptr;
 }
 
+void Slices::hold()
+{
+    ++m_held;
+    m_timer.stop();
+}
+
+void Slices::release()
+{
+    if (--m_held == 0 && m_step)
+        m_timer.start(0);
+}
+
 void Slices::runSlice()
 {
-    if (m_inSlice || !m_step)
+    if (m_inSlice || m_held > 0 || !m_step)
         return;
     m_inSlice = true;
     m_paused = false;
@@ -59,7 +72,8 @@ void Slices::runSlice()
         end(error);
         return;
     }
-    m_timer.start(m_paused ? pausedMilliseconds : 0);
+    if (m_held == 0)
+        m_timer.start(m_paused ? pausedMilliseconds : 0);
     emit progressed();
 }
 

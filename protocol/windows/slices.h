@@ -25,6 +25,9 @@ public:
     void drop();
     /// Ends the current slice after its step and waits a moment, so that what there is is painted.
     void pause() { m_paused = true; }
+    /// Runs no slices until the matching release(): for as long as a dialog asks something.
+    void hold();
+    void release();
     bool isRunning() const { return static_cast<bool>(m_step); }
 
 signals:
@@ -40,5 +43,6 @@ private:
     Ended m_ended;
     bool m_inSlice = false; ///< a step may run an event loop of its own
     bool m_paused = false;
+    int m_held = 0;       ///< how often
     int m_generation = 0; ///< tells a work that was replaced during its own step
 };

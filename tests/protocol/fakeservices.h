@@ -25,6 +25,7 @@ struct FakeServices : ProtocolServices
     std::vector<QAbstractPrintDialog::PrintDialogOptions> printOptions;
     std::function<bool(QPrinter &)> onSetUp = [](QPrinter &) { return false; };
     QString pdfTarget;
+    std::function<void()> whilePdfDialog; ///< runs while it is open
     QStringList pdfSuggestions;
 
     void message(QWidget *, Icon icon, const QString &title, const QString &text) override
@@ -48,6 +49,8 @@ struct FakeServices : ProtocolServices
     QString choosePdfTarget(const QString &suggestion, QWidget *) override
     {
         pdfSuggestions.append(suggestion);
+        if (whilePdfDialog)
+            whilePdfDialog();
         return pdfTarget;
     }
 

@@ -441,9 +441,26 @@ private slots:
         QVERIFY(texts.size() >= 2);
         QVERIFY(texts.last().contains(u"3 Statistische Auswertung"_qs));
         QVERIFY(preview.window.isVisible());
+        QVERIFY(preview.pageText().contains(u"unvollständig"_qs));
         preview.click(u"refresh"_qs);
         preview.settle();
         QCOMPARE(preview.services.messages.size(), std::size_t{2});
+    }
+
+    void aFailureOfComposingWaitsForTheDialogThatIsOpen()
+    {
+        Preview preview(documents::fresh());
+        preview.window.show();
+        QTRY_VERIFY(preview.window.isBusy()); // opened, and the first page is there
+        preview.services.whilePdfDialog = [&] {
+            QTest::qWait(200);
+            QVERIFY(preview.services.messages.empty());
+            QVERIFY(preview.window.isBusy());
+        };
+        preview.click(u"pdf"_qs);
+        QCOMPARE(preview.services.pdfSuggestions.size(), 1);
+        preview.settle();
+        QCOMPARE(preview.services.messages.size(), std::size_t{1});
     }
 
     void aPageThatCannotBeMadeIsReportedWithItsOwnMessage()
