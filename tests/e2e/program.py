@@ -121,7 +121,10 @@ class Program:
             return None
 
     def wait_until(self, condition, what):
-        return wait_until(lambda: self.safely(condition), what)
+        try:
+            return wait_until(lambda: self.safely(condition), what)
+        except TookTooLong as failure:
+            raise TookTooLong(f"{failure}; there are {self.describe()}") from None
 
     def children(self, control):
         children = (control.get_child_at_index(index) for index in range(control.get_child_count()))
@@ -158,10 +161,7 @@ class Program:
                 self._choose_window(wanted[0])
                 missed_since = None
             return None
-        try:
-            return self.wait_until(found, f"the window „{title or 'in front'}“ has the keyboard")
-        except TookTooLong as failure:
-            raise TookTooLong(f"{failure}; there are {self.describe()}") from None
+        return self.wait_until(found, f"the window „{title or 'in front'}“ has the keyboard")
 
     def _choose_window(self, window):
         """Makes a window active as a click into it would. When two boxes close at once, the window manager may leave

@@ -18,7 +18,7 @@ import sys
 import time
 
 from desk import Desk
-from program import PRODUCT, Program
+from program import POLL_SECONDS, PRODUCT, Program
 from wizard import OPENING, SAVING, open_file
 
 TEXTS = ("", " ", "3", "4", "7", "12", "99,5", "1.234,5", "0,65", "-4", "1,5", "abc", "Übergänge", "EVD", "F", "%",
@@ -37,6 +37,7 @@ EXAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples"
 REST_EVERY = 100  # actions, until all is put away and measured
 OPENED_SHARE = 0.8  # how often the work starts with an example, not with a new document
 KEPT_SHARE = 1.1  # of the memory at first, more is a leak
+LEAVING_LOOKS = 500  # until a dialog that doesn't close is one more window to work in
 MEASURED_SHARE = 0.25  # of the samples, at the start and at the end
 
 
@@ -55,7 +56,7 @@ class Monkey:
         if role == "alert":
             self.press(window)
         elif name in FILE_DIALOGS:
-            self.file_dialog(name)
+            self.file_dialog(window)
         elif name.startswith(PRODUCT) and self.chance.random() < 0.2:
             self.press(window, FORWARD)
         elif name.startswith(PRODUCT) and self.chance.random() < 0.1:
@@ -90,15 +91,21 @@ class Monkey:
             else:
                 button.get_action_iface().do_action(0)
 
-    def file_dialog(self, name):
+    def file_dialog(self, window):
+        name = window.get_name()
         self.done[name] += 1
         if self.chance.random() < 0.3:
             self.program.keys("Escape")
-            return
-        number = self.chance.randrange(3)
-        suffix = {"Als PDF speichern": ".pdf", "Export nach MS Excel": ".xlsx"}.get(name, ".xml")
-        self.program.enter("Dateiname:", str(self.home / f"datei{number}{suffix}"))
-        self.program.keys("Return")
+        else:
+            number = self.chance.randrange(3)
+            suffix = {"Als PDF speichern": ".pdf", "Export nach MS Excel": ".xlsx"}.get(name, ".xml")
+            self.program.enter("Dateiname:", str(self.home / f"datei{number}{suffix}"))
+            self.program.keys("Return")
+        # So that the next action doesn't look for the boxes of a dialog that is just closing.
+        for _ in range(LEAVING_LOOKS):
+            if self.program.active_window() != window:
+                break
+            time.sleep(POLL_SECONDS)
 
     def work(self, window):
         kind = self.chance.choice(("button", "button", "text", "table", "table", "box"))
