@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace tabtext {
 namespace {
@@ -9,6 +10,21 @@ namespace {
 bool isControl(QChar c)
 {
     return c < u' ' || (c >= u'\u007f' && c < u'\u00a0');
+}
+
+// Two values on both sides of it must not become one.
+bool isSeparator(QChar c)
+{
+    return c == u'\t' || c == u'\v' || c == u'\f' || c == u'\u0085';
+}
+
+// What stays of a character that is no line break.
+void append(QString &text, QChar c)
+{
+    if (isSeparator(c))
+        text += u"  "_qs;
+    else if (!isControl(c))
+        text += c;
 }
 
 bool isLineBreak(QChar c)
@@ -29,10 +45,8 @@ QString withoutControls(QStringView text)
         return text.toString();
     QString kept;
     kept.reserve(text.size());
-    for (const QChar c : text) {
-        if (!isControl(c))
-            kept += c;
-    }
+    for (const QChar c : text)
+        append(kept, c);
     return kept;
 }
 
@@ -61,10 +75,7 @@ std::optional<Cell> quotedCell(const QString &text, qsizetype at)
         if (c == u'"' && text.at(cell.end) != u'"')
             return std::nullopt;
         cell.end += c == u'"' ? 1 : 0;
-        if (c == u'\t')
-            cell.text += u' ';
-        else if (!isControl(c))
-            cell.text += c;
+        append(cell.text, c);
     }
     return std::nullopt;
 }
@@ -81,14 +92,7 @@ Cell plainCell(const QString &text, qsizetype at)
 
 QString typed(const QString &text)
 {
-    QString result = text;
-    while (!result.isEmpty() && isLineBreak(result.back()))
-        result.chop(1);
-    result.replace(u"\r\n"_qs, u"\n"_qs);
-    result.replace(u'\r', u'\n');
-    result.replace(u'\t', u' ');
-    result.removeIf([](QChar c) { return c != u'\n' && isControl(c); });
-    return result;
+    return lines(text).join(u'\n').replace(u'\t', u"  "_qs);
 }
 
 QStringList lines(const QString &text)
@@ -105,8 +109,10 @@ QStringList lines(const QString &text)
             at = behindLineBreak(text, at);
             continue;
         }
-        if (c == u'\t' || !isControl(c))
+        if (c == u'\t')
             line += c;
+        else
+            append(line, c);
         ++at;
     }
     if (size > 0)

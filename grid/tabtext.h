@@ -8,17 +8,19 @@
 namespace tabtext {
 
 /// The lines of \a text, ended by CR LF, LF or CR; line breaks at the end of the text add none.
-/// Control characters other than tabs are dropped.
+/// Control characters other than tabs are treated as in typed().
 QStringList lines(const QString &text);
 
 /// What a one-line editor holds after typing or pasting into it: line breaks at its end are
-/// dropped, others become "\n", tabs become blanks, other control characters are dropped.
+/// dropped, others become "\n". What separates words becomes two blanks, for a single one may stand
+/// inside of a number: tabs, vertical tabs, form feeds, next-line characters. Other control
+/// characters are dropped.
 QString typed(const QString &text);
 
 /// Reads the cells of a text as spreadsheets write it: one line break at its end adds no row. A
-/// cell in quotation marks may hold line breaks (they become "\n"), tabs (they become blanks) and
-/// doubled quotation marks; a mark that nothing closes is an ordinary character. Other control
-/// characters are dropped.
+/// cell in quotation marks may hold line breaks (they become "\n"), tabs and doubled quotation
+/// marks; a mark that nothing closes is an ordinary character. Control characters, and tabs in
+/// quotation marks, are treated as in typed().
 class CellReader
 {
 public:

@@ -22,6 +22,7 @@ SeiteMesswerte::SeiteMesswerte(const Seitenkontext &context, QWidget *parent)
     : AssistentSeite(context, parent)
     , m_table(
           new Tabelle({u"fgMesswerte"_qs, u"txtFGData"_qs, u"Messwerte"_qs}, context.grid, this))
+    , m_cells(m_table->grid())
     , m_notice(new QLabel(this))
 {
     auto *column = addColumn(3, u"Schritt 3: Messwerteingabe"_qs,
@@ -47,7 +48,7 @@ void SeiteMesswerte::fill()
     }
     m_notice->setText(shownLines(trouble));
     m_notice->setVisible(!trouble.isEmpty());
-    m_filled.clear();
+    m_cells.clear();
     setColumns();
     m_table->grid().setColAlignment(DirectColumn, Qt::AlignRight);
     m_table->grid().setColAlignment(IndirectColumn, Qt::AlignRight);
@@ -113,55 +114,29 @@ QStringList SeiteMesswerte::rowTexts(int row)
     } catch (const RunTimeError &) {
         value = QStringLiteral("(Fehler)");
     }
-    const ValueTexts shown{document().MesswertString(pmDirekt, where.field, where.point),
-                           document().MesswertString(pmIndirekt, where.field, where.point)};
-    m_filled.insert(row, shown);
-    return {QString::number(where.field) + u" ("_qs + document().Kovariable().Bezeichung() +
-                u" = "_qs + value + u')',
-            document().PrüfpunktName(where.point), shown[pmDirekt], shown[pmIndirekt]};
+    const QStringList texts{QString::number(where.field) + u" ("_qs +
+                                document().Kovariable().Bezeichung() + u" = "_qs + value + u')',
+                            document().PrüfpunktName(where.point),
+                            document().MesswertString(pmDirekt, where.field, where.point),
+                            document().MesswertString(pmIndirekt, where.field, where.point)};
+    m_cells.fill(row, texts);
+    return texts;
 }
 
-QString SeiteMesswerte::cellText(int row, PrüfmerkmalEnum kind) const
-{
-    return m_table->grid().textMatrix(row, kind == pmDirekt ? DirectColumn : IndirectColumn);
-}
-
-bool SeiteMesswerte::isChanged(int row, PrüfmerkmalEnum kind) const
-{
-    const auto filled = m_filled.constFind(row);
-    return filled != m_filled.constEnd() &&
-           cellText(row, kind) != filled->at(static_cast<std::size_t>(kind));
-}
-
-// Another value may get the very text that filling wrote: 97,457 where 97,456 is shown as "97,46".
-// It was typed all the same, and is written back then.
 void SeiteMesswerte::cellEdited(int row, int col, QString &newText, bool &cancel)
 {
     const QString typed = newText;
     emit valueEdited(row, col, newText, cancel);
-    if (!cancel && typed != newText && !isStored(row, col, typed))
-        forgetFilled(row, col, newText);
+    if (!cancel && (col == DirectColumn || col == IndirectColumn))
+        m_cells.typeNumber(row, col, typed, document().values(),
+                           storedNumber(place(row), kindOf(col)));
 }
 
-// From now on the cell counts as typed, if \a text is what filling wrote.
-void SeiteMesswerte::forgetFilled(int row, int col, const QString &text)
-{
-    const auto filled = m_filled.find(row);
-    if (filled == m_filled.end() || (col != DirectColumn && col != IndirectColumn))
-        return;
-    QString &shown = (*filled)[static_cast<std::size_t>(kindOf(col))];
-    if (shown == text)
-        shown.clear();
-}
-
-bool SeiteMesswerte::isStored(int row, int col, const QString &text) const
+std::optional<double> SeiteMesswerte::storedNumber(const Place &where, PrüfmerkmalEnum kind) const
 try {
-    const Place where = place(row);
-    const Values &values = document().values();
-    return values.number(document().Messwert(kindOf(col), where.field, where.point)) ==
-           values.number(QStringView(text));
+    return document().values().number(document().Messwert(kind, where.field, where.point));
 } catch (const RunTimeError &) {
-    return false;
+    return std::nullopt;
 }
 
 void SeiteMesswerte::formatEdited(int, int col, QString &newText) const
@@ -196,9 +171,9 @@ bool SeiteMesswerte::takeOver(Anlass anlass)
 bool SeiteMesswerte::takeCellOver(int row, PrüfmerkmalEnum kind, Anlass anlass)
 {
     const Place where = place(row);
-    if (!isChanged(row, kind))
+    if (!m_cells.isChanged(row, columnOf(kind)))
         return anlass != Anlass::Vor || storedValueIsGood(where, kind);
-    const QString text = cellText(row, kind);
+    const QString text = m_cells.text(row, columnOf(kind));
     if (text.trimmed().isEmpty()) {
         if (anlass == Anlass::Vor)
             return false;
@@ -210,7 +185,7 @@ bool SeiteMesswerte::takeCellOver(int row, PrüfmerkmalEnum kind, Anlass anlass)
             return false;
         }
     }
-    m_filled[row][static_cast<std::size_t>(kind)] = text;
+    m_cells.setStored(row, columnOf(kind));
     return true;
 }
 
@@ -226,7 +201,7 @@ bool SeiteMesswerte::storedValueIsGood(const Place &where, PrüfmerkmalEnum kind
 bool SeiteMesswerte::refuseCell(int row, PrüfmerkmalEnum kind)
 {
     const Place where = place(row);
-    m_table->showCell(row, kind == pmDirekt ? DirectColumn : IndirectColumn);
+    m_table->showCell(row, columnOf(kind));
     return refuse(Dialogs::Icon::Exclamation,
                   errorReport(u"Bei dem Auswerten des Messwertes für die Messreihe "_qs +
                                   QString::number(where.field) + u" und Prüfpunkt "_qs +
@@ -243,14 +218,7 @@ void SeiteMesswerte::finishEditing()
 Eingaben SeiteMesswerte::entries() const
 {
     Eingaben entries;
-    for (auto row = m_filled.constBegin(); row != m_filled.constEnd(); ++row) {
-        for (const PrüfmerkmalEnum kind : {pmDirekt, pmIndirekt}) {
-            if (isChanged(row.key(), kind))
-                entries.insert(eingaben::cell(m_table->grid().objectName(), row.key(),
-                                              kind == pmDirekt ? DirectColumn : IndirectColumn),
-                               cellText(row.key(), kind));
-        }
-    }
+    m_cells.addEntries(entries, {DirectColumn, IndirectColumn});
     m_table->addOpenEditor(entries);
     return entries;
 }
@@ -258,9 +226,7 @@ Eingaben SeiteMesswerte::entries() const
 void SeiteMesswerte::restoreEntries(const Eingaben &entries)
 {
     m_table->restoreCells(entries);
-    eingaben::forEachCell(
-        entries, m_table->grid().objectName(),
-        [this](int row, int col, const QString &text) { forgetFilled(row, col, text); });
+    m_cells.restoreEntries(entries);
     m_table->reopenEditor(entries);
 }
 

@@ -2,11 +2,10 @@
 
 #include "core/merkmal.h"
 #include "wizard/assistentseite.h"
+#include "wizard/zellenstand.h"
 
-#include <QHash>
-
-#include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 class QLabel;
@@ -36,7 +35,6 @@ signals:
 
 private:
     enum Column { FieldColumn, PointColumn, DirectColumn, IndirectColumn };
-    using ValueTexts = std::array<QString, 2>; ///< by PrüfmerkmalEnum
     /// A row's place in the document, counted from 1.
     struct Place
     {
@@ -48,19 +46,20 @@ private:
     void readFieldSizes();
     std::int32_t mostPoints() const;
     void cellEdited(int row, int col, QString &newText, bool &cancel);
-    void forgetFilled(int row, int col, const QString &text);
-    bool isStored(int row, int col, const QString &text) const;
     static PrüfmerkmalEnum kindOf(int col) { return col == DirectColumn ? pmDirekt : pmIndirekt; }
+    static int columnOf(PrüfmerkmalEnum kind)
+    {
+        return kind == pmDirekt ? DirectColumn : IndirectColumn;
+    }
     Place place(int row) const;
     QStringList rowTexts(int row);
-    QString cellText(int row, PrüfmerkmalEnum kind) const;
-    bool isChanged(int row, PrüfmerkmalEnum kind) const;
+    std::optional<double> storedNumber(const Place &where, PrüfmerkmalEnum kind) const;
     bool takeCellOver(int row, PrüfmerkmalEnum kind, Anlass anlass);
     bool storedValueIsGood(const Place &where, PrüfmerkmalEnum kind) const;
     bool refuseCell(int row, PrüfmerkmalEnum kind);
 
     Tabelle *m_table;
+    Zellenstand m_cells;
     QLabel *m_notice;
     std::vector<std::int32_t> m_firstRows; ///< of every field, and one behind the last
-    QHash<int, ValueTexts> m_filled;       ///< what filling wrote, by row; of rows that were needed
 };

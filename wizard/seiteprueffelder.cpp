@@ -42,6 +42,7 @@ SeitePrueffelder::SeitePrueffelder(const Seitenkontext &context, QWidget *parent
     , m_points(new Tabelle(
           {u"fgKeysPrüfpunkte"_qs, u"txtFGKeysPrüfpunkte"_qs, u"Namen der Prüfpunkte"_qs},
           context.grid, this))
+    , m_cells(m_fields->grid())
     , m_pointNames(context.document, *m_points)
     , m_notice(new QLabel(this))
 {
@@ -102,7 +103,7 @@ void SeitePrueffelder::fill()
 
 void SeitePrueffelder::fillFields(std::int32_t count)
 {
-    m_filled.clear();
+    m_cells.clear();
     m_fieldCount = count;
     m_fields->setColumns(
         {u"Prüffeld"_qs, u"Anzahl Prüfpunkte"_qs, document().Kovariable().Bezeichung()}, 0,
@@ -118,7 +119,7 @@ QStringList SeitePrueffelder::fieldRow(int row)
 {
     const Values &values = document().values();
     const std::int32_t field = row;
-    const FieldTexts texts{
+    const QStringList texts{
         document().PrüffeldName(field),
         orElse([&] { return values.text(Variant(document().PrüffeldPrüfpunkte(field))); }, {}),
         orElse(
@@ -127,8 +128,8 @@ QStringList SeitePrueffelder::fieldRow(int row)
                                       document().Kovariable().Nachkommastellen());
             },
             errorText)};
-    m_filled.insert(row, texts);
-    return {texts.begin(), texts.end()};
+    m_cells.fill(row, texts);
+    return texts;
 }
 
 // As many points as the largest field has, the typed numbers included.
@@ -136,11 +137,10 @@ int SeitePrueffelder::mostPoints() const
 {
     std::int32_t most = 0;
     for (int row = 1; row <= m_fieldCount; ++row) {
-        const auto shown = m_filled.constFind(row);
-        const bool typed = shown != m_filled.constEnd() && isChanged(row, PointsColumn);
         const std::int32_t count =
-            typed ? std::min(readCount(text(row, PointsColumn)), maximumCount)
-                  : orElse([&] { return document().PrüffeldPrüfpunkte(row); }, 0);
+            m_cells.isChanged(row, PointsColumn)
+                ? std::min(readCount(m_cells.text(row, PointsColumn)), maximumCount)
+                : orElse([&] { return document().PrüffeldPrüfpunkte(row); }, 0);
         most = std::max(most, count);
     }
     return std::min(most, mostRows);
@@ -152,42 +152,14 @@ void SeitePrueffelder::showPoints()
     m_pointNames.list(mostPoints());
 }
 
-QString SeitePrueffelder::text(int row, FieldColumn col) const
-{
-    return m_fields->grid().textMatrix(row, col);
-}
-
-bool SeitePrueffelder::isChanged(int row, FieldColumn col) const
-{
-    const auto filled = m_filled.constFind(row);
-    return filled != m_filled.constEnd() && text(row, col) != filled->at(col);
-}
-
-// Another value may get the very text that filling wrote: 2,3 where 2,456 is shown as "2". It was
-// typed all the same, and is written back then.
 void SeitePrueffelder::cellEdited(int row, int col, QString &newText, bool &cancel)
 {
     const QString typed = newText;
     emit fieldEdited(row, col, newText, cancel);
-    if (!cancel && col == ValueColumn && typed != newText && !isStoredValue(row, typed))
-        forgetFilled(row, col, newText);
-}
-
-// From now on the cell counts as typed, if \a text is what filling wrote.
-void SeitePrueffelder::forgetFilled(int row, int col, const QString &text)
-{
-    const auto filled = m_filled.find(row);
-    if (filled != m_filled.end() && filled->at(col) == text)
-        (*filled)[static_cast<std::size_t>(col)].clear();
-}
-
-bool SeitePrueffelder::isStoredValue(int row, const QString &text) const
-{
-    return orElse(
-        [&] {
-            return document().PrüffeldWert(row) == document().values().number(QStringView(text));
-        },
-        false);
+    if (!cancel && col == ValueColumn)
+        m_cells.typeNumber(
+            row, col, typed, document().values(),
+            orElse([&] { return std::optional(document().PrüffeldWert(row)); }, std::nullopt));
 }
 
 void SeitePrueffelder::formatEdited(int, int col, QString &newText) const
@@ -212,7 +184,7 @@ bool SeitePrueffelder::takeOver(Anlass anlass)
 bool SeitePrueffelder::takeFieldsOver(Anlass anlass)
 {
     for (int row = 1; row <= m_fieldCount; ++row) {
-        const bool needed = m_filled.contains(row);
+        const bool needed = m_cells.isFilled(row);
         if (anlass != Anlass::Vor && !needed)
             continue; // never shown, so never changed
         const Fault bad = anlass == Anlass::Zurück ? Fault() : fault(row, anlass);
@@ -229,14 +201,14 @@ bool SeitePrueffelder::takeFieldsOver(Anlass anlass)
 SeitePrueffelder::Fault SeitePrueffelder::fault(int row, Anlass anlass) const
 {
     const bool forward = anlass == Anlass::Vor;
-    if (forward &&
-        (isChanged(row, NameColumn) ? text(row, NameColumn) : document().PrüffeldName(row))
-            .trimmed()
-            .isEmpty())
+    if (forward && (m_cells.isChanged(row, NameColumn) ? m_cells.text(row, NameColumn)
+                                                       : document().PrüffeldName(row))
+                       .trimmed()
+                       .isEmpty())
         return {u"Der Name einer Messreihe darf nicht leer sein."_qs, NameColumn};
 
-    const QString points = text(row, PointsColumn);
-    const bool typed = isChanged(row, PointsColumn);
+    const QString points = m_cells.text(row, PointsColumn);
+    const bool typed = m_cells.isChanged(row, PointsColumn);
     if (typed ? leadingNumber(points) < minimumCount
               : forward &&
                     orElse([&] { return document().PrüffeldPrüfpunkte(row); }, 0) < minimumCount)
@@ -248,8 +220,8 @@ SeitePrueffelder::Fault SeitePrueffelder::fault(int row, Anlass anlass) const
                 PointsColumn};
 
     const bool number =
-        isChanged(row, ValueColumn)
-            ? document().values().isNumeric(text(row, ValueColumn))
+        m_cells.isChanged(row, ValueColumn)
+            ? document().values().isNumeric(m_cells.text(row, ValueColumn))
             : !forward || orElse([&] { return document().PrüffeldWert(row), true; }, false);
     if (!number)
         return {u"Der Wert der Kovariable einer Messreihe muss eine Zahl sein."_qs, ValueColumn};
@@ -259,23 +231,22 @@ SeitePrueffelder::Fault SeitePrueffelder::fault(int row, Anlass anlass) const
 // What was changed and can be stored; the rest keeps its old value, and so does what is refused.
 void SeitePrueffelder::storeRow(int row, const Fault &refused)
 {
-    FieldTexts &filled = m_filled[row];
     const bool nameRefused = !refused.text.isEmpty() && refused.col == NameColumn;
-    if (isChanged(row, NameColumn) && !nameRefused) {
-        document().setPrüffeldName(row, text(row, NameColumn));
-        filled[NameColumn] = text(row, NameColumn);
+    if (m_cells.isChanged(row, NameColumn) && !nameRefused) {
+        document().setPrüffeldName(row, m_cells.text(row, NameColumn));
+        m_cells.setStored(row, NameColumn);
     }
-    const QString points = text(row, PointsColumn);
+    const QString points = m_cells.text(row, PointsColumn);
     const std::int32_t count = readCount(points);
-    if (isChanged(row, PointsColumn) && leadingNumber(points) >= minimumCount &&
+    if (m_cells.isChanged(row, PointsColumn) && leadingNumber(points) >= minimumCount &&
         count <= maximumCount) {
         document().setPrüffeldPrüfpunkte(row, count);
-        filled[PointsColumn] = points;
+        m_cells.setStored(row, PointsColumn);
     }
-    const QString value = text(row, ValueColumn);
-    if (isChanged(row, ValueColumn) && document().values().isNumeric(value)) {
+    const QString value = m_cells.text(row, ValueColumn);
+    if (m_cells.isChanged(row, ValueColumn) && document().values().isNumeric(value)) {
         document().setPrüffeldWert(row, document().values().number(QStringView(value)));
-        filled[ValueColumn] = value;
+        m_cells.setStored(row, ValueColumn);
     }
 }
 
@@ -289,14 +260,7 @@ void SeitePrueffelder::finishEditing()
 Eingaben SeitePrueffelder::entries() const
 {
     Eingaben entries;
-    const GridControl &fields = m_fields->grid();
-    for (auto row = m_filled.constBegin(); row != m_filled.constEnd(); ++row) {
-        for (const FieldColumn col : {NameColumn, PointsColumn, ValueColumn}) {
-            if (isChanged(row.key(), col))
-                entries.insert(eingaben::cell(fields.objectName(), row.key(), col),
-                               text(row.key(), col));
-        }
-    }
+    m_cells.addEntries(entries, {NameColumn, PointsColumn, ValueColumn});
     m_pointNames.addEntries(entries);
     m_fields->addOpenEditor(entries);
     m_points->addOpenEditor(entries);
@@ -306,9 +270,7 @@ Eingaben SeitePrueffelder::entries() const
 void SeitePrueffelder::restoreEntries(const Eingaben &entries)
 {
     m_fields->restoreCells(entries);
-    eingaben::forEachCell(
-        entries, m_fields->grid().objectName(),
-        [this](int row, int col, const QString &text) { forgetFilled(row, col, text); });
+    m_cells.restoreEntries(entries);
     showPoints(); // as many as the restored counts say
     m_pointNames.restoreEntries(entries);
     m_points->reopenEditor(entries);

@@ -2,10 +2,8 @@
 
 #include "wizard/assistentseite.h"
 #include "wizard/punktnamen.h"
+#include "wizard/zellenstand.h"
 
-#include <QHash>
-
-#include <array>
 #include <cstdint>
 
 class QLabel;
@@ -34,16 +32,13 @@ signals:
     void fieldEdited(int Row, int Col, QString &NewText, bool &Cancel);
 
 private:
-    enum FieldColumn { NameColumn, PointsColumn, ValueColumn, FieldColumns };
-    using FieldTexts = std::array<QString, FieldColumns>;
+    enum FieldColumn { NameColumn, PointsColumn, ValueColumn };
 
     QWidget *labelled(const QString &caption, Tabelle *table);
     void fillFields(std::int32_t count);
     QStringList fieldRow(int row);
     void showPoints();
     void cellEdited(int row, int col, QString &newText, bool &cancel);
-    void forgetFilled(int row, int col, const QString &text);
-    bool isStoredValue(int row, const QString &text) const;
     int mostPoints() const;
 
     /// What is wrong with a cell of a row, or nothing.
@@ -55,14 +50,12 @@ private:
     bool takeFieldsOver(Anlass anlass);
     Fault fault(int row, Anlass anlass) const;
     void storeRow(int row, const Fault &refused);
-    bool isChanged(int row, FieldColumn col) const;
-    QString text(int row, FieldColumn col) const;
 
     Tabelle *m_fields;
     Tabelle *m_points;
+    Zellenstand m_cells; ///< of the fields
     Punktnamen m_pointNames;
     QLabel *m_notice;
-    int m_fieldCount = 0;            ///< rows that are shown
-    QHash<int, FieldTexts> m_filled; ///< what filling wrote, by row; of rows that were needed
+    int m_fieldCount = 0; ///< rows that are shown
     bool m_showPointsPending = false;
 };

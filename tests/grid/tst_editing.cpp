@@ -791,7 +791,7 @@ void TestEditing::whatIsPastedIntoTheEditorIsCleaned()
     f.editor->selectAll();
     f.editor->insert(u"Feld\tA\u0007\r\n"_qs);
     f.key(Qt::Key_Return);
-    QCOMPARE(f.grid->textMatrix(1, 0), u"Feld A"_qs);
+    QCOMPARE(f.grid->textMatrix(1, 0), u"Feld  A"_qs);
 }
 
 void TestEditing::aLetterThatBeginsNoEntryKeepsTheText()

@@ -14,6 +14,8 @@ private slots:
     void readsSpreadsheetCells();
     void readsPlainLines_data();
     void readsPlainLines();
+    void typedTextsAreOneLineWithTwoBlanksBetweenValues_data();
+    void typedTextsAreOneLineWithTwoBlanksBetweenValues();
 };
 
 void TestTabText::readsSpreadsheetCells_data()
@@ -36,8 +38,8 @@ void TestTabText::readsSpreadsheetCells_data()
     QTest::newRow("quoted CR LF becomes one line feed")
         << u"\"a\r\nb\"\r\nc"_qs << Cells({{u"a\nb"_qs}, {u"c"_qs}});
     QTest::newRow("quoted line break at the very end") << u"\"a\n\""_qs << Cells({{u"a\n"_qs}});
-    QTest::newRow("quoted tab becomes a blank")
-        << u"\"1\t2\"\t3"_qs << Cells({{u"1 2"_qs, u"3"_qs}});
+    QTest::newRow("quoted tab becomes two blanks")
+        << u"\"1\t2\"\t3"_qs << Cells({{u"1  2"_qs, u"3"_qs}});
     QTest::newRow("marks inside") << u"a\"b\"c"_qs << Cells({{u"a\"b\"c"_qs}});
     QTest::newRow("an unclosed mark")
         << u"\"a\tb\nc"_qs << Cells({{u"\"a"_qs, u"b"_qs}, {u"c"_qs}});
@@ -46,6 +48,9 @@ void TestTabText::readsSpreadsheetCells_data()
     QTest::newRow("three marks") << u"\"\"\""_qs << Cells({{u"\"\"\""_qs}});
     QTest::newRow("control characters")
         << u"\u0001a\u007fb\u009f\t\"c\u0002d\""_qs << Cells({{u"ab"_qs, u"cd"_qs}});
+    QTest::newRow("what separates words separates values")
+        << u"45\v120\t\"45\f120\"\t45\u0085120"_qs
+        << Cells({{u"45  120"_qs, u"45  120"_qs, u"45  120"_qs}});
     QTest::newRow("other letters stay")
         << u"ä\u00a0€\U0001F600"_qs << Cells({{u"ä\u00a0€\U0001F600"_qs}});
 }
@@ -82,6 +87,25 @@ void TestTabText::readsPlainLines()
     QFETCH(const QString, text);
     QFETCH(const QStringList, lines);
     QCOMPARE(tabtext::lines(text), lines);
+}
+
+void TestTabText::typedTextsAreOneLineWithTwoBlanksBetweenValues_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("nothing") << QString() << QString();
+    QTest::newRow("two cells") << u"45\t120\r\n"_qs << u"45  120"_qs;
+    QTest::newRow("two lines") << u"45\r120"_qs << u"45\n120"_qs;
+    QTest::newRow("vertical tab") << u"45\v120"_qs << u"45  120"_qs;
+    QTest::newRow("other controls go") << u"4\u00075"_qs << u"45"_qs;
+    QTest::newRow("an empty first line") << u"\r\na"_qs << u"\na"_qs;
+}
+
+void TestTabText::typedTextsAreOneLineWithTwoBlanksBetweenValues()
+{
+    QFETCH(const QString, text);
+    QFETCH(const QString, typed);
+    QCOMPARE(tabtext::typed(text), typed);
 }
 
 REGISTER_TEST(TestTabText)

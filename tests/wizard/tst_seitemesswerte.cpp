@@ -28,6 +28,9 @@ private slots:
     void shownTextIsNeverWrittenBack();
     void sameTextTypedAgainIsNoChange();
     void anotherValueOfTheSameTextIsStored();
+    void aCellEmptiedAfterAnotherValueIsEmpty();
+    void theStoredValueTypedAgainTakesAnotherBack();
+    void theShownNumberWithoutItsGroupingIsNoChange();
     void placesChangedAfterTyping();
     void focusGoesDirectIndirectNextRow();
     void labelsCannotBeTouched();
@@ -294,6 +297,52 @@ void TestSeiteMesswerte::anotherValueOfTheSameTextIsStored()
     later.window->restoreWork(unsaved);
     later.click(u"cmdNext"_qs);
     QCOMPARE(later.document.values().text(later.document.Messwert(pmDirekt, 1, 1)), u"97,46"_qs);
+}
+
+void TestSeiteMesswerte::aCellEmptiedAfterAnotherValueIsEmpty()
+{
+    PageFixture f(3);
+    f.document.setMesswert(pmDirekt, 1, 1, 97.456);
+    f.open();
+    f.document.setIsDirty(false);
+    f.type(valuesGrid, 1, direct, u"97,457"_qs);
+    f.grid(valuesGrid).setCell(1, direct);
+    QTest::keyClick(f.grid(valuesGrid).table(), Qt::Key_Delete);
+    const Arbeitsstand unsaved = f.window->work();
+    QCOMPARE(unsaved.entries.values(), QStringList{u""_qs});
+    f.click(u"cmdNext"_qs);
+    QCOMPARE(f.activePage(), 3);
+    QCOMPARE(f.dialogs.shown.size(), std::size_t{1});
+    f.find<QAction>(u"mf_save"_qs)->trigger();
+    Kalibrierung read(QLocale(QLocale::German, QLocale::Germany));
+    read.LoadFile(f.window->FileName());
+    QVERIFY(std::holds_alternative<Null>(read.Messwert(pmDirekt, 1, 1)));
+}
+
+void TestSeiteMesswerte::theStoredValueTypedAgainTakesAnotherBack()
+{
+    PageFixture f(3);
+    f.document.setMesswert(pmDirekt, 1, 1, 97.456);
+    f.open();
+    f.document.setIsDirty(false);
+    for (const QString &between : {u"97,457"_qs, u"98"_qs, u"x"_qs}) {
+        f.type(valuesGrid, 1, direct, between);
+        f.type(valuesGrid, 1, direct, u"97,456"_qs);
+    }
+    f.click(u"cmdNext"_qs);
+    QCOMPARE(f.document.values().text(f.document.Messwert(pmDirekt, 1, 1)), u"97,456"_qs);
+    QVERIFY(!f.document.IsDirty());
+}
+
+void TestSeiteMesswerte::theShownNumberWithoutItsGroupingIsNoChange()
+{
+    PageFixture f(3);
+    f.document.setMesswert(pmDirekt, 1, 1, 1234.567);
+    f.open();
+    QCOMPARE(f.grid(valuesGrid).textMatrix(1, direct), u"1.234,57"_qs);
+    f.type(valuesGrid, 1, direct, u"1234,57"_qs); // as a spreadsheet hands it back
+    f.click(u"cmdNext"_qs);
+    QCOMPARE(f.document.values().text(f.document.Messwert(pmDirekt, 1, 1)), u"1234,567"_qs);
 }
 
 void TestSeiteMesswerte::placesChangedAfterTyping()

@@ -27,6 +27,7 @@ private slots:
     void namesAndCountsStayAsTyped();
     void unchangedTextIsNeverWrittenBack();
     void anotherValueOfTheSameTextIsStored();
+    void aValueEmptiedAfterAnotherOneRefusesTheStep();
     void renamedFieldsAndPointsAreKept();
     void pointListFollowsTheTypedCounts();
     void pointListedAgainHasItsNewestName();
@@ -311,6 +312,19 @@ void TestSeitePrueffelder::anotherValueOfTheSameTextIsStored()
     QCOMPARE(f.grid(fieldsGrid).textMatrix(1, 2), u"2"_qs);
     f.click(u"cmdNext"_qs);
     QCOMPARE(f.document.PrüffeldWert(1), 2.0);
+}
+
+void TestSeitePrueffelder::aValueEmptiedAfterAnotherOneRefusesTheStep()
+{
+    PageFixture f(2);
+    f.document.setPrüffeldWert(1, 2.456); // shows "2"
+    f.open();
+    f.type(fieldsGrid, 1, 2, u"2,3"_qs);
+    f.grid(fieldsGrid).setCell(1, 2);
+    QTest::keyClick(f.grid(fieldsGrid).table(), Qt::Key_Delete);
+    f.click(u"cmdNext"_qs);
+    QCOMPARE(f.activePage(), 2);
+    QCOMPARE(f.dialogs.shown.size(), std::size_t{1});
 }
 
 void TestSeitePrueffelder::renamedFieldsAndPointsAreKept()
