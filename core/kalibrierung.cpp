@@ -127,22 +127,31 @@ void Kalibrierung::setContentString(const QByteArray &blob)
             entries.emplace_back(std::move(key),
                                  bag.readProperty(withNumber(QStringLiteral("Val"), i)));
     }
-    Reset();
-    for (auto &[key, value] : entries)
-        m_store.set(std::move(key), std::move(value));
+    replaceStore([&] {
+        for (auto &[key, value] : entries)
+            m_store.set(std::move(key), std::move(value));
+    });
 }
 
 void Kalibrierung::LoadFile(const QString &path)
 {
     const Kalibrierungsdatei file = Kalibrierungsdatei::read(path);
+    replaceStore([&] { file.storeRows(m_store); });
+}
+
+// Where memory ends on the way the document is what it was.
+void Kalibrierung::replaceStore(const std::function<void()> &fill)
+try {
     KeyedStore before = m_store;
     try {
         Reset();
-        file.storeRows(m_store);
-    } catch (const std::bad_alloc &) {
+        fill();
+    } catch (...) {
         m_store.restore(std::move(before));
-        throw RunTimeError(ErrorNumber::OutOfMemory);
+        throw;
     }
+} catch (const std::bad_alloc &) {
+    throw RunTimeError(ErrorNumber::OutOfMemory);
 }
 
 void Kalibrierung::SaveFile(const QString &path) const

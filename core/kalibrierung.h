@@ -11,6 +11,7 @@
 #include <QObject>
 
 #include <cstdint>
+#include <functional>
 
 /// The calibration document: every entry of one calibration in one keyed store, its evaluation, its
 /// file.
@@ -34,11 +35,13 @@ public:
 
     /// The whole store, kinds of values included, as an opaque blob.
     QByteArray ContentString() const;
-    /// Replaces the store by a blob's. Raises 321 for bytes that are none and changes nothing then.
+    /// Replaces the store by a blob's. Raises 7, or 321 for bytes that are none, and changes
+    /// nothing then.
     void setContentString(const QByteArray &blob);
 
-    /// Reads the file at \a path into the store; after it every value is text. Raises 53, 57, 70,
-    /// 75, 76 or 321, and the document is unchanged then. Raises no IsDirtyChanged beyond Reset's.
+    /// Reads the file at \a path into the store; after it every value is text. Raises 7, 53, 57,
+    /// 70, 75, 76 or 321, and the document is unchanged then. Raises no IsDirtyChanged beyond
+    /// Reset's.
     void LoadFile(const QString &path);
     /// Writes the store to \a path, atomically. Raises 57, 61, 70, 75, 76, 94 or 321 (a value that
     /// the file can't hold, named), and the file on disk is as it was then. Leaves IsDirty alone.
@@ -166,6 +169,7 @@ private:
     QString nameOr(const QString &key, const QString &fallback) const;
     void storeName(const QString &key, const QString &name, const QString &fallback);
     WindowService &windows() const;
+    void replaceStore(const std::function<void()> &fill);
 
     Values m_values;
     WindowService *m_windows; ///< borrowed, may be null
