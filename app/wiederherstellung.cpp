@@ -70,14 +70,15 @@ void Wiederherstellung::look()
     const Arbeitsstand work = m_window->work();
     if (!m_document->IsDirty() && work.entries.isEmpty())
         forget();
-    else if (m_written != work || m_writtenRevision != m_document->DataStore().revision())
+    else if (m_written != work || m_writtenRevision != m_document->DataStore().revision() ||
+             !m_place->isIntact())
         write(work);
 }
 
 void Wiederherstellung::write(const Arbeitsstand &work)
 {
-    // The folder or the lock may have been cleared away.
-    if (!m_place || !QFileInfo::exists(m_environment.folder) || !m_place->renewLock())
+    // The lock may have been cleared away, with the whole folder even.
+    if (!m_place || !m_place->renewLock())
         m_place = Wiederherstellungsplatz::create(m_environment.folder);
     Wiederherstellungsdatei::write(m_place->path(), *m_document, work, m_environment.now());
     m_written = work;

@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <ctime>
 #include <filesystem>
+#include <vector>
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
@@ -73,27 +74,40 @@ quint64 numberOfFile([[maybe_unused]] const QString &path)
 #endif
 }
 
+// For nobody else to read.
+void makeFolder(const QString &folder)
+{
+    std::error_code error;
+    std::filesystem::create_directories(nativePath(folder), error);
+    if (error == std::errc::not_a_directory)
+        throw RunTimeError(ErrorNumber::PathFileAccess);
+    if (error)
+        throw RunTimeError(
+            errorNumberOf(error.default_error_condition().value(), ErrorNumber::PathFileAccess));
+    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
 } // namespace
 
 Wiederherstellungsplatz::Wiederherstellungsplatz(const QString &path)
-    : m_path(path), m_lock(withSuffix(path, lockSuffix)), m_file(path)
+    : m_path(path), m_lock(std::make_unique<QLockFile>(withSuffix(path, lockSuffix))), m_file(path)
 {
-    m_lock.setStaleLockTime(0); // a program may run for weeks
+    m_lock->setStaleLockTime(0); // a program may run for weeks
 }
 
 Wiederherstellungsplatz::Sperre Wiederherstellungsplatz::lock()
 {
     Abandoned abandoned = Abandoned::Dropped;
-    bool locked = m_lock.tryLock(0);
-    if (!locked && m_lock.error() == QLockFile::LockFailedError) {
-        abandoned = dropAbandonedLock(m_lock.fileName());
-        locked = abandoned == Abandoned::Dropped && m_lock.tryLock(0);
+    bool locked = m_lock->tryLock(0);
+    if (!locked && m_lock->error() == QLockFile::LockFailedError) {
+        abandoned = dropAbandonedLock(m_lock->fileName());
+        locked = abandoned == Abandoned::Dropped && m_lock->tryLock(0);
     }
     if (locked) {
-        m_lockNumber = numberOfFile(m_lock.fileName());
+        m_lockNumber = numberOfFile(m_lock->fileName());
         return Sperre::Eigen;
     }
-    return m_lock.error() == QLockFile::LockFailedError && abandoned != Abandoned::Stuck
+    return m_lock->error() == QLockFile::LockFailedError && abandoned != Abandoned::Stuck
                ? Sperre::Fremd
                : Sperre::Unmöglich;
 }
@@ -120,14 +134,7 @@ void Wiederherstellungsplatz::raiseReason() const
 
 std::unique_ptr<Wiederherstellungsplatz> Wiederherstellungsplatz::create(const QString &folder)
 {
-    std::error_code error;
-    std::filesystem::create_directories(nativePath(folder), error);
-    if (error == std::errc::not_a_directory)
-        throw RunTimeError(ErrorNumber::PathFileAccess);
-    if (error)
-        throw RunTimeError(
-            errorNumberOf(error.default_error_condition().value(), ErrorNumber::PathFileAccess));
-    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    makeFolder(folder);
     std::unique_ptr<Wiederherstellungsplatz> place(new Wiederherstellungsplatz(
         folder + u'/' + QUuid::createUuid().toString(QUuid::WithoutBraces) + fileSuffix));
     if (place->lock() != Sperre::Eigen)
@@ -150,15 +157,55 @@ std::unique_ptr<Wiederherstellungsplatz> Wiederherstellungsplatz::takeOver(const
     return place;
 }
 
+// Who is named by the lock beside the file, if this program has locked that.
+Wiederherstellungsplatz::Sperre Wiederherstellungsplatz::ownerOfLock() const
+{
+    const quint64 number = numberOfFile(m_lock->fileName());
+    if (number == 0)
+        return Sperre::Unmöglich;
+    return number == m_lockNumber ? Sperre::Eigen : Sperre::Fremd;
+}
+
+bool Wiederherstellungsplatz::isIntact() const
+{
+    return QFileInfo::exists(m_path) && (!m_lock->isLocked() || ownerOfLock() == Sperre::Eigen);
+}
+
+// Qt complains on the terminal about a lock that is gone, so it gets one to remove.
+void Wiederherstellungsplatz::dropMissingLock()
+{
+    QFile lock(m_lock->fileName());
+    if (lock.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        lock.close();
+    m_lock->unlock();
+}
+
+Wiederherstellungsplatz::~Wiederherstellungsplatz()
+{
+    if (!m_lock->isLocked())
+        return;
+    switch (ownerOfLock()) {
+    case Sperre::Eigen:
+        break;
+    case Sperre::Unmöglich:
+        dropMissingLock();
+        break;
+    case Sperre::Fremd:
+        // Unlocking removes the lock by its name, whoever's it is by now.
+        static auto *const lost = new std::vector<std::unique_ptr<QLockFile>>;
+        lost->push_back(std::move(m_lock));
+        break;
+    }
+}
+
 bool Wiederherstellungsplatz::renewLock()
 {
-    if (m_lock.isLocked()) {
-        const quint64 number = numberOfFile(m_lock.fileName());
-        if (number == m_lockNumber)
-            return true;
-        if (number != 0)
-            return false;
-        m_lock.unlock();
+    makeFolder(QFileInfo(m_path).path());
+    if (m_lock->isLocked()) {
+        const Sperre owner = ownerOfLock();
+        if (owner != Sperre::Unmöglich)
+            return owner == Sperre::Eigen;
+        dropMissingLock();
     }
     const Sperre renewed = lock();
     if (renewed == Sperre::Unmöglich)
@@ -194,6 +241,8 @@ void Wiederherstellungsplatz::tidy(const QString &folder)
 
 void Wiederherstellungsplatz::removeFile() const
 {
+    if (m_lock->isLocked() && ownerOfLock() == Sperre::Fremd)
+        return;
     if (!QFile::remove(m_path))
         QFile::resize(m_path, 0); // in a protected folder; nothing is no work to be offered
 }

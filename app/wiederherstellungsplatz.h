@@ -26,15 +26,17 @@ public:
     static void tidy(const QString &folder);
 
     /// Gives the place back; the file stays.
-    ~Wiederherstellungsplatz() = default;
+    ~Wiederherstellungsplatz();
     Q_DISABLE_COPY_MOVE(Wiederherstellungsplatz)
 
     const QString &path() const { return m_path; }
+    /// Whether the file and the lock beside it are still there.
+    bool isIntact() const;
     /// To be called before the file is written: locks the place again where the lock beside it is
-    /// missing, which a clean-up may have removed. \returns false where another program has taken
-    /// the place. Raises 61, 70, 75 or 76 where it can't be locked.
+    /// missing, which a clean-up may have removed, with the folder even. \returns false where
+    /// another program has taken the place. Raises 61, 70, 75 or 76 where it can't be locked.
     bool renewLock();
-    /// Removes the file, if there is one.
+    /// Removes the file, if there is one and no other program has taken the place.
     void removeFile() const;
     /// Renames the file, so that it is no recovery file any more.
     void setAside() const;
@@ -44,10 +46,12 @@ private:
     enum class Sperre { Eigen, Fremd, Unmöglich };
     Sperre lock();
     Sperre lockFileItself();
+    Sperre ownerOfLock() const;
+    void dropMissingLock();
     [[noreturn]] void raiseReason() const;
 
     QString m_path;
-    QLockFile m_lock;
+    std::unique_ptr<QLockFile> m_lock;
     quint64 m_lockNumber = 0; ///< of the lock beside the file, as the disk counts files
     QFile m_file;             ///< open as long as it is locked itself
 };

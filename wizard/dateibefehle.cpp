@@ -121,7 +121,7 @@ bool Dateibefehle::save()
         return saveTo(m_fileName);
     switch (m_dialogs.conflict(
         m_window.widget(), produkt::name(),
-        u"Die Datei „%1“ wurde seit dem Öffnen von einem anderen Programm geändert.\r\nSoll sie "
+        u"Die Datei „%1“ wurde inzwischen geändert, etwa von einem anderen Programm.\r\nSoll sie "
         u"durch Ihre Fassung ersetzt werden?"_qs.arg(QFileInfo(m_fileName).fileName()))) {
     case Dialogs::Conflict::KeepMine:
         return saveTo(m_fileName);

@@ -129,8 +129,10 @@ bool frmAssistent::visiblePageHasChanges()
 
 Arbeitsstand frmAssistent::work() const
 {
+    // None where building it failed.
     const AssistentSeite *visible = m_pages[static_cast<std::size_t>(activePage())];
-    return {FileName(), m_files.contentOnDisk(), activePage(), visible->entries()};
+    return {FileName(), m_files.contentOnDisk(), activePage(),
+            visible ? visible->entries() : Eingaben{}};
 }
 
 void frmAssistent::restoreWork(const Arbeitsstand &work)

@@ -42,7 +42,9 @@ private slots:
     void orderlyEndForgets();
     void failureIsToldOnceAndDisturbsNothing();
     void workIsKeptAgainWhenItCanBe();
-    void clearedAwayFolderIsMadeAgain();
+    void whatIsClearedAwayIsMadeAgain_data();
+    void whatIsClearedAwayIsMadeAgain();
+    void anEndWithoutItsLockIsQuiet();
     void nobodyElseReadsIt();
 };
 
@@ -156,13 +158,17 @@ void TestWiederherstellung::unchangedWorkIsNotWrittenAgain()
     run.start();
     run.type(valuesGrid, 1, 2, u"9"_qs);
     run.recovery->check();
-    const QString path = run.folderOfRecovery + u'/' + run.files().value(0);
-    QVERIFY(QFile::remove(path)); // so that writing it would show
+    const auto kept = [&] {
+        QFile file(run.folderOfRecovery + u'/' + run.files().value(0));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QByteArray before = kept();
+    run.now = run.now.addSecs(3); // stands in the file
     run.recovery->check();
-    QVERIFY(run.files().isEmpty());
+    QCOMPARE(kept(), before);
     run.type(valuesGrid, 1, 2, u"8"_qs);
     run.recovery->check();
-    QVERIFY(QFile::exists(path));
+    QVERIFY(kept() != before);
 }
 
 void TestWiederherstellung::keepingChangesNothing_data()
@@ -563,18 +569,57 @@ void TestWiederherstellung::workIsKeptAgainWhenItCanBe()
     QVERIFY(!run.find<QStatusBar>({})->isVisible());
 }
 
-void TestWiederherstellung::clearedAwayFolderIsMadeAgain()
+void TestWiederherstellung::whatIsClearedAwayIsMadeAgain_data()
 {
+    QTest::addColumn<QString>("cleared");
+    QTest::addColumn<bool>("typedOn");
+    for (const bool typedOn : {false, true}) {
+        const char *then = typedOn ? ", and typed on" : "";
+        QTest::addRow("file%s", then) << u"*.xml"_qs << typedOn;
+        QTest::addRow("lock%s", then) << u"*.lock"_qs << typedOn;
+        QTest::addRow("both%s", then) << u"*"_qs << typedOn;
+        QTest::addRow("folder%s", then) << u""_qs << typedOn;
+    }
+}
+
+void TestWiederherstellung::whatIsClearedAwayIsMadeAgain()
+{
+    QFETCH(const QString, cleared);
+    QFETCH(const bool, typedOn);
+    QTest::failOnWarning(QRegularExpression(u"lock"_qs));
     const QTemporaryDir disk;
     Programmlauf run(3, disk.filePath(u"w"_qs));
     run.start();
     run.type(valuesGrid, 1, 2, u"9"_qs);
     run.recovery->check();
-    QVERIFY(QDir(run.folderOfRecovery).removeRecursively());
-    run.type(valuesGrid, 1, 2, u"8"_qs);
+    QDir folder(run.folderOfRecovery);
+    const QStringList before = folder.entryList(QDir::Files);
+    QCOMPARE(before.size(), 2);
+    if (cleared.isEmpty())
+        QVERIFY(folder.removeRecursively());
+    for (const QString &name : folder.entryList({cleared}, QDir::Files))
+        QVERIFY(folder.remove(name));
+    if (typedOn)
+        run.type(valuesGrid, 1, 2, u"8"_qs);
     run.recovery->check();
-    QCOMPARE(run.files().size(), 1);
+    folder.refresh();
+    QCOMPARE(folder.entryList(QDir::Files), before);
     QVERIFY(!run.window->findChild<QStatusBar *>());
+}
+
+void TestWiederherstellung::anEndWithoutItsLockIsQuiet()
+{
+    QTest::failOnWarning(QRegularExpression(u"lock"_qs));
+    const QTemporaryDir disk;
+    {
+        Programmlauf run(3, disk.filePath(u"w"_qs));
+        run.start();
+        run.type(valuesGrid, 1, 2, u"9"_qs);
+        run.recovery->check();
+        const QDir folder(run.folderOfRecovery);
+        QVERIFY(QFile::remove(folder.filePath(folder.entryList({u"*.lock"_qs}).value(0))));
+    }
+    QVERIFY(QDir(disk.filePath(u"w"_qs)).isEmpty());
 }
 
 void TestWiederherstellung::nobodyElseReadsIt()

@@ -32,7 +32,8 @@ private slots:
     void diskThatTakesNothingHidesNothing_data();
     void diskThatTakesNothingHidesNothing();
     void discardedWorkInAProtectedFolderIsNotOfferedAgain();
-    void lockThatWasClearedAwayIsMadeAgain();
+    void placeThatAnotherProgramHasTakenIsItsOwn();
+    void endLeavesAPlaceToItsNewOwner();
     void otherNumberFormatIsNotMisread();
     void fileOfANewerProgramIsLeftAlone();
     void unreadableFileIsToldOnce_data();
@@ -375,23 +376,50 @@ void TestWiederherstellungsangebot::discardedWorkInAProtectedFolderIsNotOfferedA
     QVERIFY(::chmod(name.constData(), 0755) == 0);
 }
 
-void TestWiederherstellungsangebot::lockThatWasClearedAwayIsMadeAgain()
+void TestWiederherstellungsangebot::placeThatAnotherProgramHasTakenIsItsOwn()
 {
     const QTemporaryDir disk;
     const QString folder = disk.filePath(u"w"_qs);
-    Programmlauf run(3, folder);
-    run.start();
-    run.type(valuesGrid, 1, 2, u"9"_qs);
-    run.recovery->check();
-    const QStringList before = QDir(folder).entryList(QDir::Files);
-    QCOMPARE(before.size(), 2);
-    QVERIFY(QFile::remove(folder + u'/' + before.filter(u".lock"_qs).value(0)));
-    run.type(valuesGrid, 1, 2, u"8"_qs);
-    run.recovery->check();
-    QCOMPARE(QDir(folder).entryList(QDir::Files), before);
-    Programmlauf other(1, folder);
-    startOn(other);
-    QVERIFY(other.offers.empty());
+    Programmlauf next(1, folder);
+    {
+        Programmlauf run(3, folder);
+        run.start();
+        run.type(valuesGrid, 1, 2, u"9"_qs);
+        run.recovery->check();
+        const QStringList locks = QDir(folder).entryList({u"*.lock"_qs}, QDir::Files);
+        QVERIFY(QFile::remove(folder + u'/' + locks.value(0))); // a clean-up, say
+        startOn(next, {Antwort::Wiederherstellen});
+        QCOMPARE(next.offers.size(), std::size_t{1});
+        run.recovery->check(); // keeps the work in a place of its own now
+        QCOMPARE(run.files().size(), 2);
+        run.find<QAction>(u"mf_save"_qs)->trigger();
+        QCoreApplication::processEvents();
+        QCOMPARE(run.files().size(), 1);
+    }
+    QCOMPARE(next.files().size(), 1);
+    Programmlauf third(1, folder);
+    startOn(third);
+    QVERIFY(third.offers.empty()); // nor is its lock gone
+}
+
+void TestWiederherstellungsangebot::endLeavesAPlaceToItsNewOwner()
+{
+    const QTemporaryDir disk;
+    const QString folder = disk.filePath(u"w"_qs);
+    Programmlauf next(1, folder);
+    {
+        Programmlauf run(3, folder);
+        run.start();
+        run.type(valuesGrid, 1, 2, u"9"_qs);
+        run.recovery->check();
+        const QStringList locks = QDir(folder).entryList({u"*.lock"_qs}, QDir::Files);
+        QVERIFY(QFile::remove(folder + u'/' + locks.value(0)));
+        startOn(next, {Antwort::Wiederherstellen});
+    }
+    QCOMPARE(next.files().size(), 1);
+    Programmlauf third(1, folder);
+    startOn(third);
+    QVERIFY(third.offers.empty());
 }
 
 void TestWiederherstellungsangebot::otherNumberFormatIsNotMisread()
