@@ -87,6 +87,13 @@ void makeFolder(const QString &folder)
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
+// Unlocking removes the lock by its name, whoever's it is by now.
+void neverUnlock(std::unique_ptr<QLockFile> lock)
+{
+    static auto *const locks = new std::vector<std::unique_ptr<QLockFile>>;
+    locks->push_back(std::move(lock));
+}
+
 } // namespace
 
 Wiederherstellungsplatz::Wiederherstellungsplatz(const QString &path)
@@ -191,9 +198,7 @@ Wiederherstellungsplatz::~Wiederherstellungsplatz()
         dropMissingLock();
         break;
     case Sperre::Fremd:
-        // Unlocking removes the lock by its name, whoever's it is by now.
-        static auto *const lost = new std::vector<std::unique_ptr<QLockFile>>;
-        lost->push_back(std::move(m_lock));
+        neverUnlock(std::move(m_lock));
         break;
     }
 }

@@ -58,6 +58,14 @@ public:
         return QDir(folder).entryList({u"*.xml"_qs}, QDir::Files);
     }
 
+    /// What a clean-up may do that knows nothing of running programs.
+    void removeLock() const
+    {
+        const QDir dir(folderOfRecovery);
+        if (!QFile::remove(dir.filePath(dir.entryList({u"*.lock"_qs}).value(0))))
+            qFatal("there is no lock");
+    }
+
     /// What a start after a crash finds: the files as they are now, with nobody's lock, in a folder
     /// of their own.
     QString crash(const QTemporaryDir &disk) const

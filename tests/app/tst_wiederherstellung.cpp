@@ -616,8 +616,7 @@ void TestWiederherstellung::anEndWithoutItsLockIsQuiet()
         run.start();
         run.type(valuesGrid, 1, 2, u"9"_qs);
         run.recovery->check();
-        const QDir folder(run.folderOfRecovery);
-        QVERIFY(QFile::remove(folder.filePath(folder.entryList({u"*.lock"_qs}).value(0))));
+        run.removeLock();
     }
     QVERIFY(QDir(disk.filePath(u"w"_qs)).isEmpty());
 }
