@@ -40,9 +40,10 @@ int main(int argc, char **argv)
     takeFileSizeLimitAsError();
     QApplication::setApplicationName(produkt::name());
     QGuiApplication::setDesktopFileName(QStringLiteral("kalibrierung-wendral"));
-    // It keeps the icons of windows that are closed, some 16 KiB for each preview; 10 MiB is its
-    // own limit, and nothing here gains by that.
-    QPixmapCache::setCacheLimit(2048);
+    // Qt 6.4 keeps the name of every icon that this cache has dropped, for ever, and each file
+    // dialog brings a dozen new ones: 3 KB a dialog. What is not taken in leaves no name, and
+    // drawing the few icons anew costs nothing that could be measured.
+    QPixmapCache::setCacheLimit(0);
     installGermanTexts(application);
     const QLocale locale = userLocale();
     QLocale::setDefault(locale);
