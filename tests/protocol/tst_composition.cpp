@@ -136,6 +136,18 @@ private slots:
         QCOMPARE(labels, wanted);
     }
 
+    void aVeryLongRemarkOfOneLineIsShownToItsLastWord()
+    {
+        const auto document = documents::good();
+        constexpr int words = 80'000;
+        document->DataStoreLet(u"Protokoll Verdichtung Unterlage Bemerkungen"_qs,
+                               u"Wort "_qs.repeated(words));
+        const Composed protocol = composed(*document, full);
+        QVERIFY(!protocol.error);
+        QCOMPARE(protocol.texts().join(u' ').count(u"Wort"_qs), words);
+        QVERIFY(protocol.pages.size() > 50);
+    }
+
     void rowsShowTheStoredTextOfTheirKey()
     {
         const auto document = documents::good();
