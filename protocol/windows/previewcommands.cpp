@@ -155,7 +155,7 @@ void frmProtocollPreview::stopJob()
     if (!m_slices.isRunning())
         return;
     m_slices.drop();
-    m_incomplete = m_composing && !m_pdf;
+    m_incomplete = m_incomplete || (m_composing && !m_pdf);
     if (m_printPages)
         m_printPages->abort();
     else if (m_run)

@@ -664,6 +664,36 @@ private slots:
         QVERIFY(!label.text().contains(u"unvollständig"_qs));
     }
 
+    // A document that is composed in part, by cancelling or by a failure at its end.
+    void cancellingAPdfLeavesAnIncompletePreviewIncomplete_data()
+    {
+        QTest::addColumn<bool>("fails");
+        QTest::newRow("cancelled") << false;
+        QTest::newRow("failed") << true;
+    }
+    void cancellingAPdfLeavesAnIncompletePreviewIncomplete()
+    {
+        QFETCH(bool, fails);
+        const QTemporaryDir folder;
+        Preview preview(documents::grid(300, 20));
+        if (fails)
+            preview.document->DataStore().set(preview.document->MesswertKey(pmDirekt, 300, 20),
+                                              u"unlesbar"_qs);
+        preview.services.pdfTarget = folder.filePath(u"p.pdf"_qs);
+        preview.window.show();
+        QTRY_VERIFY(preview.isProgressShown());
+        if (fails)
+            preview.settle();
+        else
+            preview.child<QPushButton>(u"cmdAbbrechen"_qs).click();
+        QVERIFY(preview.pageText().contains(u"unvollständig"_qs));
+        preview.click(u"pdf"_qs);
+        QTRY_VERIFY(preview.isProgressShown());
+        preview.child<QPushButton>(u"cmdAbbrechen"_qs).click();
+        QVERIFY(!preview.window.isBusy());
+        QVERIFY(preview.pageText().contains(u"unvollständig"_qs));
+    }
+
     void aCancelledPdfIsNotWrittenAndThePreviewIsCompletedAfterwards()
     {
         QTemporaryDir folder;
