@@ -374,6 +374,22 @@ private slots:
                  document->StatistikKalibriergeradeAchsenabschnittString(mZ, mDirekt));
     }
 
+    void anInterceptThatCannotBeComputedHasNoUnit()
+    {
+        const auto document = documents::good();
+        for (std::int32_t field = 1; field <= 3; ++field) {
+            for (std::int32_t point = 1; point <= 4; ++point)
+                document->setMesswert(pmDirekt, field, point, 90.0 + point); // in every field
+        }
+        const QStringList texts = composed(*document, results).texts();
+        const auto head = texts.indexOf(u"Kalibriergerade zwischen D und M"_qs);
+        QVERIFY(head > 0);
+        QCOMPARE(texts.at(head + 4), u"(Fehler)"_qs);
+        QCOMPARE(texts.at(head + 5),
+                 document->StatistikKalibriergeradeAchsenabschnittString(mDirekt, mIndirekt) +
+                     u" [%]"_qs);
+    }
+
     void theEquationsSignIsTheShownSlopes_data()
     {
         QTest::addColumn<QString>("intercept");
