@@ -15,6 +15,8 @@ namespace {
 
 using Row = std::array<QString, 2>;
 
+const QString failedText = u"(Fehler)"_qs; // the document's for what can't be computed
+
 constexpr double statisticLabelCm = 11.4;
 constexpr double statisticNumberEdgeCm = 2.2;
 
@@ -91,7 +93,8 @@ std::array<QString, 3> directionTexts(Kalibrierung &document, MerkmalEnum depend
     const QString a =
         document.StatistikKalibriergeradeAchsenabschnittString(dependent, independent);
     const QString b = document.StatistikKalibriergeradeAnstiegString(dependent, independent);
-    return {followedBy(a, u" ["_qs, shownUnit(document, dependent), u"]"_qs), b,
+    const QString unit = a == failedText ? QString() : shownUnit(document, dependent);
+    return {followedBy(a, u" ["_qs, unit, u"]"_qs), b,
             equationText(merkmalOf(document, dependent).Formelzeichen(), a, b,
                          merkmalOf(document, independent).Formelzeichen())};
 }
@@ -156,9 +159,8 @@ Block bestimmtheitsmasseBlock(Kalibrierung &document, const TextMeasure &measure
 QString equationText(const QString &dependent, const QString &intercept, const QString &slope,
                      const QString &independent)
 {
-    const QString failed = u"(Fehler)"_qs;
-    if (intercept == failed || slope == failed)
-        return failed;
+    if (intercept == failedText || slope == failedText)
+        return failedText;
     const bool negative = slope.startsWith(u'-');
     return dependent + u" = "_qs + intercept + (negative ? u" - "_qs : u" + "_qs) +
            (negative ? slope.sliced(1) : slope) + u" * "_qs + independent;

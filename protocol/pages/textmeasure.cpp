@@ -70,7 +70,18 @@ const QFontMetricsF &TextMeasure::metrics(const TextStyle &style) const
 
 double TextMeasure::width(const QString &text, const TextStyle &style) const
 {
-    return metrics(style).horizontalAdvance(text) / layoutPixelsPerCentimetre;
+    // A width of more than 2^25 pixels overflows within the font metrics and comes out negative.
+    constexpr qsizetype longestPiece = 10'000;
+    const QFontMetricsF &font = metrics(style);
+    double pixels = 0.0;
+    for (qsizetype start = 0; start < text.size();) {
+        qsizetype end = std::min(start + longestPiece, text.size());
+        if (end < text.size() && text.at(end).isLowSurrogate())
+            ++end;
+        pixels += font.horizontalAdvance(text.sliced(start, end - start));
+        start = end;
+    }
+    return pixels / layoutPixelsPerCentimetre;
 }
 
 double TextMeasure::ascent(const TextStyle &style) const

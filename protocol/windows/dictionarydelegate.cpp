@@ -1,5 +1,7 @@
 #include "protocol/windows/dictionarydelegate.h"
 
+#include "core/xmlpruefung.h"
+
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPlainTextEdit>
@@ -8,6 +10,21 @@
 #include <cmath>
 
 namespace {
+
+// What a file can't hold is left out, so that saving doesn't fail later. Word processors break
+// lines and pages with some of these characters.
+QString storable(const QString &text)
+{
+    QList<char32_t> result;
+    for (const char32_t c : text.toUcs4()) {
+        if (c == U'\v' || c == U'\f' || c == U'\u0085')
+            result.append(U'\n');
+        else if (c == U'\t' || c == U'\n' || c == U'\r' ||
+                 (isXmlCharacter(c) && QChar::category(c) != QChar::Other_Control))
+            result.append(c);
+    }
+    return QString::fromUcs4(result.constData(), result.size());
+}
 
 // Takes nothing but text. Qt's own asks for the first of the formats also where there is none, as
 // in a clipboard whose program has ended, and dies of it; and it takes one of them for markup.
@@ -20,7 +37,7 @@ protected:
     void insertFromMimeData(const QMimeData *source) override
     {
         if (source && source->hasText())
-            insertPlainText(source->text());
+            insertPlainText(storable(source->text()));
         ensureCursorVisible();
     }
 };

@@ -115,10 +115,9 @@ void frmProtocollPreview::Form_Load()
 {
     rebuild();
     if (!m_services.isPrinterInstalled())
-        m_services.message(this, ProtocolServices::Icon::Exclamation, produkt::name(),
-                           u"Es ist kein Drucker installiert. Während der Ausführung kann es "
-                           u"deshalb zu Darstellungsfehlern kommen. Installieren Sie einen Drucker "
-                           u"und starten Sie das Programm erneut."_qs);
+        message(u"Es ist kein Drucker installiert. Während der Ausführung kann es deshalb zu "
+                u"Darstellungsfehlern kommen. Installieren Sie einen Drucker und starten Sie das "
+                u"Programm erneut."_qs);
 }
 
 void frmProtocollPreview::setPageMaker(std::function<std::shared_ptr<Page>(std::int32_t)> maker)
@@ -181,10 +180,16 @@ void frmProtocollPreview::pageCompleted(const std::shared_ptr<Page> &page)
         m_slices.pause(); // the first page is shown while the others are composed
 }
 
+void frmProtocollPreview::message(const QString &text)
+{
+    ask([&] {
+        m_services.message(this, ProtocolServices::Icon::Exclamation, produkt::name(), text);
+    });
+}
+
 void frmProtocollPreview::report(const std::exception_ptr &error)
 {
-    m_services.message(this, ProtocolServices::Icon::Exclamation, produkt::name(),
-                       messageOf(error));
+    message(messageOf(error));
 }
 
 void frmProtocollPreview::tbProtokoll_ButtonClick(const QString &key)

@@ -4,6 +4,7 @@
 #include "protocol/windows/slices.h"
 
 #include <QMainWindow>
+#include <QScopeGuard>
 #include <QString>
 
 #include <exception>
@@ -71,8 +72,14 @@ private:
     void VScroll1_Change();
 
     ProtocolOptions options() const;
+    /// Composing waits while \a dialog runs, so that its failure is not reported over it.
     template <typename Dialog>
-    auto ask(const Dialog &dialog);
+    auto ask(const Dialog &dialog)
+    {
+        m_slices.hold();
+        const auto release = qScopeGuard([this] { m_slices.release(); });
+        return dialog();
+    }
     QPrinter &printer();
     void takeSheetFrom(const QPrinter &printer);
     void print();
@@ -85,6 +92,7 @@ private:
     void compose(const std::exception_ptr &reported);
     void printEnded(const std::exception_ptr &error);
     void pdfEnded(const std::exception_ptr &error, const QString &target);
+    void message(const QString &text);
     void report(const std::exception_ptr &error);
     void showProgress();
     void showPageCount();

@@ -12,7 +12,6 @@
 #include <QFileInfo>
 #include <QPageSize>
 #include <QPrinter>
-#include <QScopeGuard>
 #include <QStatusBar>
 
 namespace {
@@ -22,15 +21,6 @@ constexpr QAbstractPrintDialog::PrintDialogOptions printOptions =
     QAbstractPrintDialog::PrintShowPageSize | QAbstractPrintDialog::PrintCollateCopies;
 
 } // namespace
-
-// Composing waits meanwhile, so that its failure is not reported over an open dialog.
-template <typename Dialog>
-auto frmProtocollPreview::ask(const Dialog &dialog)
-{
-    m_slices.hold();
-    const auto release = qScopeGuard([this] { m_slices.release(); });
-    return dialog();
-}
 
 QPrinter &frmProtocollPreview::printer()
 {
@@ -107,7 +97,7 @@ void frmProtocollPreview::setUpPrinter()
 
 void frmProtocollPreview::edit()
 {
-    m_document->ShowProtocollExtraData(true, this);
+    ask([this] { m_document->ShowProtocollExtraData(true, this); });
     rebuild();
 }
 
@@ -155,7 +145,7 @@ void frmProtocollPreview::stopJob()
     if (!m_slices.isRunning())
         return;
     m_slices.drop();
-    m_incomplete = m_composing && !m_pdf;
+    m_incomplete = m_incomplete || (m_composing && !m_pdf);
     if (m_printPages)
         m_printPages->abort();
     else if (m_run)

@@ -136,6 +136,18 @@ private slots:
         QCOMPARE(labels, wanted);
     }
 
+    void aVeryLongRemarkOfOneLineIsShownToItsLastWord()
+    {
+        const auto document = documents::good();
+        constexpr int words = 80'000;
+        document->DataStoreLet(u"Protokoll Verdichtung Unterlage Bemerkungen"_qs,
+                               u"Wort "_qs.repeated(words));
+        const Composed protocol = composed(*document, full);
+        QVERIFY(!protocol.error);
+        QCOMPARE(protocol.texts().join(u' ').count(u"Wort"_qs), words);
+        QVERIFY(protocol.pages.size() > 50);
+    }
+
     void rowsShowTheStoredTextOfTheirKey()
     {
         const auto document = documents::good();
@@ -360,6 +372,22 @@ private slots:
         const auto head = texts.indexOf(u"Kalibriergerade zwischen D und Z"_qs);
         QCOMPARE(texts.at(head + 4),
                  document->StatistikKalibriergeradeAchsenabschnittString(mZ, mDirekt));
+    }
+
+    void anInterceptThatCannotBeComputedHasNoUnit()
+    {
+        const auto document = documents::good();
+        for (std::int32_t field = 1; field <= 3; ++field) {
+            for (std::int32_t point = 1; point <= 4; ++point)
+                document->setMesswert(pmDirekt, field, point, 90.0 + point); // in every field
+        }
+        const QStringList texts = composed(*document, results).texts();
+        const auto head = texts.indexOf(u"Kalibriergerade zwischen D und M"_qs);
+        QVERIFY(head > 0);
+        QCOMPARE(texts.at(head + 4), u"(Fehler)"_qs);
+        QCOMPARE(texts.at(head + 5),
+                 document->StatistikKalibriergeradeAchsenabschnittString(mDirekt, mIndirekt) +
+                     u" [%]"_qs);
     }
 
     void theEquationsSignIsTheShownSlopes_data()

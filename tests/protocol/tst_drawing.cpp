@@ -113,6 +113,36 @@ private slots:
                  (std::vector<QString>{u"a"_qs, u"b"_qs, u"c"_qs, u"d"_qs, u"e"_qs}));
     }
 
+    void aParagraphOfAnyLengthIsBrokenAndLosesNoWord_data()
+    {
+        QTest::addColumn<int>("words");
+        for (const int words : {5'000, 60'000, 90'000, 118'000, 160'000})
+            QTest::addRow("%d words", words) << words;
+    }
+    void aParagraphOfAnyLengthIsBrokenAndLosesNoWord()
+    {
+        QFETCH(int, words);
+        const QString text = u"Wort "_qs.repeated(words).trimmed();
+        QVERIFY(m_measure.width(text, m_body) > words * 0.5);
+        qsizetype found = 0;
+        for (const QString &line : m_measure.lines(text, m_body, 6.0)) {
+            found += line.count(u"Wort"_qs);
+            QVERIFY(line.size() < 60);
+        }
+        QCOMPARE(found, words);
+        QVERIFY(m_measure.shrunk(text, m_body, 6.0).pixelSize < m_body.pixelSize);
+    }
+
+    void theWidthOfALongTextIsThatOfItsParts()
+    {
+        const QString text = u'x' + QString::fromUcs4(U"\U0001D4D0").repeated(8'001);
+        constexpr qsizetype cut = 9'999; // a piece would end within the character there
+        double expected = 0.0;
+        for (const QString &part : {text.left(cut), text.mid(cut, 2), text.mid(cut + 2)})
+            expected += m_measure.width(part, m_body);
+        QVERIFY(std::abs(m_measure.width(text, m_body) - expected) < 0.01);
+    }
+
     void blankLinesAndControlCharactersSurvive()
     {
         QCOMPARE(m_measure.lines(u"a\n\nb\tc"_qs, m_body, 10.0),

@@ -254,6 +254,41 @@ private slots:
         QCOMPARE(editor.toPlainText(), expected);
     }
 
+    void pastedControlCharactersBreakTheLineOrAreLeftOut_data()
+    {
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("line and page") << u"a\vb\fc"_qs << u"a\nb\nc"_qs;
+        QTest::newRow("next line") << u"a\u0085b"_qs << u"a\nb"_qs;
+        QTest::newRow("separators") << u"a\u2028b\u2029c"_qs << u"a\nb\nc"_qs;
+        QTest::newRow("tab and lines") << u"a\tb\r\nc"_qs << u"a\tb\nc"_qs;
+        QTest::newRow("others") << u"a\x0001\x001b\x007f\x0090"
+                                   u"b"_qs
+                                << u"ab"_qs;
+        QTest::newRow("null") << u"a"_qs + QChar(u'\0') + u"b"_qs << u"ab"_qs;
+        QTest::newRow("no characters") << u"a\xffff\xfffe"
+                                          u"b"_qs
+                                       << u"ab"_qs;
+        QTest::newRow("beyond 16 bits") << u"a\U0001F69Cb"_qs << u"a\U0001F69Cb"_qs;
+    }
+    void pastedControlCharactersBreakTheLineOrAreLeftOut()
+    {
+        QFETCH(QString, pasted);
+        QFETCH(QString, expected);
+        const auto document = documents::good();
+        frmProtocollExtraData dialog;
+        dialog.setKalibrierung(*document);
+        dialog.show();
+        const QString key = u"Unterlage Bemerkungen"_qs;
+        QPlainTextEdit &editor = typeInto(dialog, rowOf(dialog, key), 1, {});
+        QGuiApplication::clipboard()->setText(pasted);
+        QTest::keyClick(&editor, Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(&editor, Qt::Key_Return);
+        dialog.findChild<QPushButton *>(u"cmdOk"_qs)->click();
+        QCOMPARE(*document->DataStore().find(prefix + key), Variant(expected));
+        document->ContentString(); // raises 321 for what a file can't hold
+    }
+
     void theEditorIsFoundByItsKeyAndLiesOverItsCell()
     {
         frmProtocollExtraData dialog;

@@ -463,6 +463,51 @@ private slots:
         QCOMPARE(preview.services.messages.size(), std::size_t{1});
     }
 
+    void aFailureOfComposingWaitsForTheEditedData()
+    {
+        EditingWindows windows;
+        Kalibrierung document(QLocale(QLocale::German), &windows); // without values
+        Preview preview(documents::good());
+        preview.window.setKalibrierung(document);
+        preview.window.show();
+        QTRY_VERIFY(preview.window.isBusy()); // opened, and the first page is there
+        bool opened = false;
+        windows.use = [&](frmProtocollExtraData &) {
+            opened = true;
+            QTest::qWait(200);
+            QVERIFY(preview.services.messages.empty());
+            QVERIFY(preview.window.isBusy());
+        };
+        preview.click(u"edit"_qs);
+        QVERIFY(opened);
+        preview.settle();
+        QCOMPARE(preview.services.messages.size(), std::size_t{1});
+    }
+
+    void aFailureOfComposingWaitsForTheBoxThatIsOpen_data()
+    {
+        QTest::addColumn<bool>("hasPrinter");
+        QTest::newRow("no printer") << false;
+        QTest::newRow("no zoom") << true;
+    }
+    void aFailureOfComposingWaitsForTheBoxThatIsOpen()
+    {
+        QFETCH(bool, hasPrinter);
+        Preview preview(documents::fresh());
+        preview.services.hasPrinter = hasPrinter;
+        std::vector<std::size_t> boxesAtTheEnd;
+        preview.services.whileMessage = [&] {
+            QTest::qWait(200);
+            boxesAtTheEnd.push_back(preview.services.messages.size());
+        };
+        preview.window.show();
+        if (hasPrinter) {
+            QTRY_VERIFY(preview.window.isBusy());
+            preview.enterZoom(u"abc"_qs);
+        }
+        QTRY_COMPARE(boxesAtTheEnd, (std::vector<std::size_t>{1, 2}));
+    }
+
     void aPageThatCannotBeMadeIsReportedWithItsOwnMessage()
     {
         Preview preview(documents::good());
@@ -662,6 +707,36 @@ private slots:
         preview.click(u"refresh"_qs);
         preview.settle();
         QVERIFY(!label.text().contains(u"unvollständig"_qs));
+    }
+
+    // A document that is composed in part, by cancelling or by a failure at its end.
+    void cancellingAPdfLeavesAnIncompletePreviewIncomplete_data()
+    {
+        QTest::addColumn<bool>("fails");
+        QTest::newRow("cancelled") << false;
+        QTest::newRow("failed") << true;
+    }
+    void cancellingAPdfLeavesAnIncompletePreviewIncomplete()
+    {
+        QFETCH(bool, fails);
+        const QTemporaryDir folder;
+        Preview preview(documents::grid(300, 20));
+        if (fails)
+            preview.document->DataStore().set(preview.document->MesswertKey(pmDirekt, 300, 20),
+                                              u"unlesbar"_qs);
+        preview.services.pdfTarget = folder.filePath(u"p.pdf"_qs);
+        preview.window.show();
+        QTRY_VERIFY(preview.isProgressShown());
+        if (fails)
+            preview.settle();
+        else
+            preview.child<QPushButton>(u"cmdAbbrechen"_qs).click();
+        QVERIFY(preview.pageText().contains(u"unvollständig"_qs));
+        preview.click(u"pdf"_qs);
+        QTRY_VERIFY(preview.isProgressShown());
+        preview.child<QPushButton>(u"cmdAbbrechen"_qs).click();
+        QVERIFY(!preview.window.isBusy());
+        QVERIFY(preview.pageText().contains(u"unvollständig"_qs));
     }
 
     void aCancelledPdfIsNotWrittenAndThePreviewIsCompletedAfterwards()
