@@ -50,20 +50,21 @@ QString chooseSaveTarget(QWidget *owner, const SaveTarget &target)
     dialog.setNameFilters(filters);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
+    // It would ask about the name as typed, which need not be the one that is written.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
     if (!target.startAt.isEmpty() && !QFileInfo(target.startAt).isDir()) {
         if (!target.startAt.endsWith(target.suffix, Qt::CaseInsensitive))
             dialog.selectNameFilter(filters.last());
         dialog.selectFile(QFileInfo(target.startAt).fileName());
     }
     while (dialog.exec() == QDialog::Accepted) {
-        const QString chosen = dialog.selectedFiles().value(0);
-        if (dialog.selectedNameFilter() != filters.first() ||
-            chosen.endsWith(target.suffix, Qt::CaseInsensitive))
-            return chosen;
-        const QString completed = chosen + target.suffix;
-        if (!QFileInfo::exists(completed) || mayReplace(owner, completed))
-            return completed;
-        dialog.selectFile(QFileInfo(completed).fileName());
+        QString path = dialog.selectedFiles().value(0);
+        if (dialog.selectedNameFilter() == filters.first() &&
+            !path.endsWith(target.suffix, Qt::CaseInsensitive))
+            path += target.suffix;
+        if (!QFileInfo::exists(path) || mayReplace(owner, path))
+            return path;
+        dialog.selectFile(path); // with its folder, which may have been typed as well
     }
     return {};
 }

@@ -16,8 +16,8 @@ struct SaveTarget
 /// The file that the user names in the platform's dialog; empty when cancelled.
 ///
 /// Unless all files are listed, a name gets the suffix even where a point in it could pass for one
-/// ("Feld 12.03"). The dialog asks before a file is replaced whose name was typed, this function
-/// before one whose name it has completed.
+/// ("Feld 12.03"). Where there is a file of the name that comes of it, the user is asked whether it
+/// may be replaced; who says no chooses once more.
 QString chooseSaveTarget(QWidget *owner, const SaveTarget &target);
 
 /// Where a dialog for the file or folder \a startAt begins: folders go away when a stick is pulled
