@@ -1,8 +1,8 @@
 #include "app/ausgabe.h"
 
 #include "app/start.h"
-#include "core/atomicfile.h"
 #include "core/kalibrierung.h"
+#include "core/outputtarget.h"
 #include "export/tabellenausgabe.h"
 #include "protocol/windows/frmprotocollpreview.h"
 #include "protocol/windows/savetarget.h"
@@ -12,9 +12,6 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QProgressDialog>
-
-#include <filesystem>
-#include <system_error>
 
 namespace {
 
@@ -36,15 +33,6 @@ QString suggestionFor(const QString &calibration, const QString &otherwise, cons
     return file.absolutePath() + u'/' + file.completeBaseName() + suffix;
 }
 
-// Also where links or another spelling lead to it, and where it is not there at the moment.
-bool isSameFile(const QString &one, const QString &other)
-{
-    if (QFileInfo(one).absoluteFilePath() == QFileInfo(other).absoluteFilePath())
-        return true;
-    std::error_code error;
-    return std::filesystem::equivalent(nativePath(one), nativePath(other), error) && !error;
-}
-
 void exportSpreadsheet(const ausgabe::Dienste &services, Kalibrierung &document, QWidget *owner,
                        const QString &calibration)
 {
@@ -52,11 +40,7 @@ void exportSpreadsheet(const ausgabe::Dienste &services, Kalibrierung &document,
         owner, suggestionFor(calibration, u"Kalibrierung"_qs, spreadsheetSuffix));
     if (target.isEmpty())
         return;
-    if (!calibration.isEmpty() && isSameFile(target, calibration))
-        throw RunTimeError(
-            ErrorNumber::PathFileAccess,
-            u"„%1“ ist die Datei dieser Kalibrierung, die Tabelle braucht eine eigene"_qs.arg(
-                QFileInfo(target).fileName()));
+    refuseCalibrationAsTarget(target, calibration, u"die Tabelle"_qs);
     QProgressDialog progress(u"Die Tabelle wird geschrieben."_qs, u"Abbrechen"_qs, 0, 100, owner);
     progress.setWindowTitle(owner->windowTitle());
     progress.setWindowModality(Qt::WindowModal);
@@ -77,8 +61,9 @@ void ausgabe::showProtocol(const Dienste &services, Kalibrierung &document, QWid
         new frmProtocollPreview(services.protocol, basKalibrierungWendral::debugMode(), owner);
     preview->setAttribute(Qt::WA_DeleteOnClose);
     preview->setKalibrierung(document);
-    preview->setPdfSuggestion(
-        suggestionFor(calibrationFile(owner), u"Protokoll"_qs, QStringLiteral(".pdf")));
+    const QString calibration = calibrationFile(owner);
+    preview->setCalibrationFile(calibration);
+    preview->setPdfSuggestion(suggestionFor(calibration, u"Protokoll"_qs, QStringLiteral(".pdf")));
     preview->show();
 }
 

@@ -35,8 +35,7 @@ void showProtocol(const Dienste &services, Kalibrierung &document, QWidget *owne
 void showExport(const Dienste &services, Kalibrierung &document, QWidget *owner);
 
 /// The platform's file dialog for a spreadsheet. A name chosen as a spreadsheet ends in ".xlsx";
-/// where that makes it the name of a file that is there already, the user is asked before it is
-/// replaced.
+/// the user is asked before a file is replaced.
 QString chooseSpreadsheet(QWidget *owner, const QString &suggestion);
 
 } // namespace ausgabe

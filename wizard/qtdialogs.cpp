@@ -2,7 +2,6 @@
 
 #include "protocol/windows/savetarget.h"
 
-#include <QFileDialog>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -80,8 +79,7 @@ Dialogs::Conflict QtDialogs::conflict(QWidget *owner, const QString &title, cons
 
 std::optional<QString> QtDialogs::openFileName(QWidget *owner, const QString &startAt)
 {
-    QFileDialog dialog(owner, u"Kalibrierung öffnen"_qs, startFolder(startAt));
-    dialog.setNameFilters(nameFilters(kindOfFile, suffix));
+    FileDialog dialog(owner, {u"Kalibrierung öffnen"_qs, kindOfFile, suffix, startAt});
     dialog.setFileMode(QFileDialog::ExistingFile);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;

@@ -36,6 +36,8 @@ public:
     void setKalibrierung(Kalibrierung &document) { m_document = &document; }
     /// The file that saving as PDF suggests: a name, or a path with it.
     void setPdfSuggestion(const QString &path) { m_pdfSuggestion = path; }
+    /// The document's own file, which no PDF may replace; empty where it has none yet.
+    void setCalibrationFile(const QString &path) { m_calibrationFile = path; }
 
     /// Makes the pages in place of the plain way.
     void setPageMaker(std::function<std::shared_ptr<Page>(std::int32_t)> maker);
@@ -102,6 +104,7 @@ private:
     Kalibrierung *m_document = nullptr;
     PageFormat m_format;
     QString m_pdfSuggestion = QStringLiteral("Protokoll.pdf");
+    QString m_calibrationFile;
     std::function<std::shared_ptr<Page>(std::int32_t)> m_pageMaker;
     std::unique_ptr<QPrinter> m_printer; ///< made when first needed: asking the system takes time
 

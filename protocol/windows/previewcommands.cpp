@@ -1,6 +1,7 @@
 // Printing, printer set-up, editing and saving of the preview.
 
 #include "core/kalibrierung.h"
+#include "core/outputtarget.h"
 #include "core/produkt.h"
 #include "protocol/pages/protocolpdf.h"
 #include "protocol/windows/frmprotocollpreview.h"
@@ -107,6 +108,7 @@ void frmProtocollPreview::saveAsPdf()
         ask([this] { return m_services.choosePdfTarget(m_pdfSuggestion, this); });
     if (target.isEmpty())
         return;
+    refuseCalibrationAsTarget(target, m_calibrationFile, u"das Protokoll"_qs);
     m_pdf = std::make_unique<ProtocolPdfJob>(*m_document, options(), target);
     m_composeAnew = m_slices.isRunning();
     m_slices.start(

@@ -2,8 +2,8 @@
 
 #include "core/produkt.h"
 
+#include <QComboBox>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QStandardPaths>
@@ -21,8 +21,7 @@ bool mayReplace(QWidget *owner, const QString &path)
     return box.exec() == QMessageBox::Yes;
 }
 
-} // namespace
-
+// Folders go away when a stick is pulled out, and a bare system has no folder for documents.
 QString startFolder(const QString &startAt)
 {
     const QFileInfo start(startAt);
@@ -38,32 +37,44 @@ QString startFolder(const QString &startAt)
     return QDir::rootPath();
 }
 
-QStringList nameFilters(const QString &kind, const QString &suffix)
+// A combo box is called by what is chosen in it, so that its own name is the description.
+void describe(const QFileDialog &dialog, const QString &box, const QString &name)
 {
-    return {kind + u" (*"_qs + suffix + u')', u"alle Dateien (*)"_qs};
+    if (auto *found = dialog.findChild<QComboBox *>(box)) // not in the system's own dialogs
+        found->setAccessibleDescription(name);
 }
 
-QString chooseSaveTarget(QWidget *owner, const SaveTarget &target)
+} // namespace
+
+FileDialog::FileDialog(QWidget *owner, const FileChoice &choice)
+    : QFileDialog(owner, choice.title, startFolder(choice.startAt))
 {
-    QFileDialog dialog(owner, target.title, startFolder(target.startAt));
-    const QStringList filters = nameFilters(target.kind, target.suffix);
-    dialog.setNameFilters(filters);
+    setNameFilters({choice.kind + u" (*"_qs + choice.suffix + u')', u"alle Dateien (*)"_qs});
+    describe(*this, u"lookInCombo"_qs, u"Suchen in"_qs);
+    describe(*this, u"fileTypeCombo"_qs, u"Dateien des Typs"_qs);
+}
+
+QString chooseSaveTarget(QWidget *owner, const FileChoice &target)
+{
+    FileDialog dialog(owner, target);
+    const QStringList filters = dialog.nameFilters();
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
+    // It would ask about the name as typed, which need not be the one that is written.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
     if (!target.startAt.isEmpty() && !QFileInfo(target.startAt).isDir()) {
         if (!target.startAt.endsWith(target.suffix, Qt::CaseInsensitive))
             dialog.selectNameFilter(filters.last());
         dialog.selectFile(QFileInfo(target.startAt).fileName());
     }
     while (dialog.exec() == QDialog::Accepted) {
-        const QString chosen = dialog.selectedFiles().value(0);
-        if (dialog.selectedNameFilter() != filters.first() ||
-            chosen.endsWith(target.suffix, Qt::CaseInsensitive))
-            return chosen;
-        const QString completed = chosen + target.suffix;
-        if (!QFileInfo::exists(completed) || mayReplace(owner, completed))
-            return completed;
-        dialog.selectFile(QFileInfo(completed).fileName());
+        QString path = dialog.selectedFiles().value(0);
+        if (dialog.selectedNameFilter() == filters.first() &&
+            !path.endsWith(target.suffix, Qt::CaseInsensitive))
+            path += target.suffix;
+        if (!QFileInfo::exists(path) || mayReplace(owner, path))
+            return path;
+        dialog.selectFile(path); // with its folder, which may have been typed as well
     }
     return {};
 }

@@ -1,5 +1,6 @@
 #include "app/ausgabe.h"
 #include "app/fensterdienst.h"
+#include "core/atomicfile.h"
 #include "core/runtimeerror.h"
 #include "protocol/windows/frmprotocollextradata.h"
 #include "protocol/windows/frmprotocollpreview.h"
@@ -22,8 +23,10 @@
 
 #include <chrono>
 #include <csignal>
+#include <filesystem>
 #include <functional>
 #include <set>
+#include <system_error>
 #include <utility>
 
 #ifdef Q_OS_UNIX
@@ -46,6 +49,8 @@ private slots:
     void fullDiskIsReportedAndLeavesTheOldFile();
     void exportNeverReplacesTheCalibration_data();
     void exportNeverReplacesTheCalibration();
+    void protocolNeverReplacesTheCalibration_data();
+    void protocolNeverReplacesTheCalibration();
     void progressShowsAndEnds();
     void cancelInTheProgressLeavesTheOldFile_data();
     void cancelInTheProgressLeavesTheOldFile();
@@ -74,11 +79,12 @@ struct SilentProtocol : ProtocolServices
     QString choosePdfTarget(const QString &suggestion, QWidget *) override
     {
         suggested = suggestion;
-        return {};
+        return target;
     }
 
     QStringList shown;
     QString suggested;
+    QString target;
 };
 
 class OutputFixture : public WizardFixture
@@ -139,6 +145,16 @@ public:
         return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
     }
 
+    // The names of addWaysToTheCalibration().
+    bool makeWaysToTheCalibration() const
+    {
+        std::error_code error;
+        std::filesystem::create_hard_link(nativePath(path(u"Feld A.xml"_qs)),
+                                          nativePath(path(u"Zweitname.xml"_qs)), error);
+        return !error && QDir(folder.path()).mkdir(u"zu"_qs) &&
+               QFile::link(path(u"Feld A.xml"_qs), path(u"Verweis.xml"_qs));
+    }
+
     SilentProtocol protocol;
     QString target;
     QString suggestion;
@@ -149,6 +165,15 @@ public:
                               },
                               [] { return QDateTime(QDate(2024, 5, 6), QTime(7, 8)); }};
 };
+
+void addWaysToTheCalibration()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("its name") << u"Feld A.xml"_qs;
+    QTest::newRow("another way to it") << u"zu/../Feld A.xml"_qs;
+    QTest::newRow("a symbolic link to it") << u"Verweis.xml"_qs;
+    QTest::newRow("a second name of it") << u"Zweitname.xml"_qs;
+}
 
 // Does \a act with the visible window of a kind again and again until the scope ends.
 template <typename Window>
@@ -304,18 +329,14 @@ void TestAusgabe::fullDiskIsReportedAndLeavesTheOldFile()
 
 void TestAusgabe::exportNeverReplacesTheCalibration_data()
 {
-    QTest::addColumn<QString>("name");
-    QTest::newRow("its name") << u"Feld A.xml"_qs;
-    QTest::newRow("another way to it") << u"zu/../Feld A.xml"_qs;
-    QTest::newRow("a link to it") << u"Verweis.xml"_qs;
+    addWaysToTheCalibration();
 }
 
 void TestAusgabe::exportNeverReplacesTheCalibration()
 {
     QFETCH(QString, name);
     OutputFixture f;
-    QVERIFY(QDir(f.folder.path()).mkdir(u"zu"_qs));
-    QVERIFY(QFile::link(f.path(u"Feld A.xml"_qs), f.path(u"Verweis.xml"_qs)));
+    QVERIFY(f.makeWaysToTheCalibration());
     const QByteArray before = f.contents(u"Feld A.xml"_qs);
     QVERIFY(before.startsWith("<"));
     f.target = f.path(name);
@@ -326,6 +347,32 @@ void TestAusgabe::exportNeverReplacesTheCalibration()
     QVERIFY2(text.endsWith(u"“ ist die Datei dieser Kalibrierung, die Tabelle braucht eine "
                            u"eigene (75)"_qs),
              qPrintable(text));
+}
+
+void TestAusgabe::protocolNeverReplacesTheCalibration_data()
+{
+    addWaysToTheCalibration();
+}
+
+void TestAusgabe::protocolNeverReplacesTheCalibration()
+{
+    QFETCH(QString, name);
+    OutputFixture f;
+    QVERIFY(f.makeWaysToTheCalibration());
+    const QByteArray before = f.contents(u"Feld A.xml"_qs);
+    f.find<QPushButton>(u"cmdOutProtocoll"_qs)->click();
+    auto *preview = f.window->findChild<frmProtocollPreview *>();
+    QTRY_VERIFY(!preview->isBusy());
+    f.protocol.shown.clear(); // that there is no printer
+    f.protocol.target = f.path(name);
+    preview->tbProtokoll_ButtonClick(u"pdf"_qs);
+    QTRY_VERIFY(!preview->isBusy());
+    QCOMPARE(f.contents(u"Feld A.xml"_qs), before);
+    QCOMPARE(f.contents(name), before);
+    QCOMPARE(f.protocol.shown,
+             QStringList{u"Folgender Fehler ist aufgetreten:\r\nFehler beim Zugriff auf "
+                         u"Pfad/Datei: „%1“ ist die Datei dieser Kalibrierung, das Protokoll "
+                         u"braucht eine eigene (75)"_qs.arg(QFileInfo(name).fileName())});
 }
 
 void TestAusgabe::progressShowsAndEnds()

@@ -4,7 +4,7 @@ import collections
 import shutil
 
 from e2etest import EXAMPLE, EndToEndTest, main, setUpModule, tearDownModule  # noqa: F401 - unittest calls them
-from wizard import OPENING, STEPS, choose_file, go_back, go_forward, open_file, title
+from wizard import OPENING, SAVING, STEPS, choose_file, go_back, go_forward, open_file, title
 
 WORKED_WITH = ("push button", "toggle button", "check box", "radio button", "text", "password text", "spin button",
                "combo box", "slider", "table", "tree", "list", "scroll bar", "menu item")
@@ -132,6 +132,53 @@ class Names(EndToEndTest):
         self.check(("Protokolldaten", "Unterlage Bodenart DIN 4022", "OK", "Abbrechen"))
         self.program.keys("Escape", "Escape")
         self.program.window("Protokoll")
+
+    def check_file_dialog(self, title, button):
+        window = self.program.window(title)
+        self.check(("Dateiname:", "Suchen in", "Dateien des Typs", button, "Abbrechen"), window)
+
+    def test_dialogs_for_the_calibration(self):
+        self.program.keys("ctrl+o")
+        self.check_file_dialog(OPENING, "Öffnen")
+        self.close(title())
+        self.program.keys("ctrl+shift+s")
+        self.check_file_dialog(SAVING, "Speichern")
+        choose_file(self.program, SAVING, self.file)
+        self.program.message()
+        self.check(("Ja", "Nein"))
+        self.program.answer("Nein")
+        self.check_file_dialog(SAVING, "Speichern")
+        self.close(title())
+
+    def test_dialogs_for_outputs(self):
+        open_file(self.program, self.file)
+        go_forward(self.program, 5)
+        self.program.press("Daten exportieren")
+        self.program.window("Export in dritte Programme")
+        self.program.focus("Aktionen", "list")
+        self.program.keys("space")
+        self.program.press("Ok")
+        self.check_file_dialog("Export nach MS Excel", "Speichern")
+        self.close("Export in dritte Programme")
+        self.close(title(self.file))
+        self.program.press("Protokoll erzeugen")
+        self.program.answer("OK")  # no printer is installed
+        self.program.window("Protokoll")
+        self.program.press("Als PDF speichern ...")
+        self.check_file_dialog("Als PDF speichern", "Speichern")
+        self.close("Protokoll")
+
+    def test_conflict(self):
+        open_file(self.program, self.file)
+        go_back(self.program, 3)
+        self.program.focus("Messwerte", "table")
+        self.program.type("77,5\n")
+        self.file.write_bytes(self.file.read_bytes().replace(b"Verdichtungsgrad", b"Anderer Name"))
+        self.program.keys("ctrl+s")
+        self.assertIn("von einem anderen Programm geändert", self.program.message())
+        self.check(("Meine Fassung behalten", "Unter anderem Namen...", "Abbrechen"))
+        self.program.answer("Abbrechen")
+        self.program.window(title(self.file))
 
     def test_questions(self):
         go_forward(self.program, 1)

@@ -196,7 +196,7 @@ class Recovery(EndToEndTest):
     def test_two_programs_keep_their_own_work(self):
         first = self.start()
         self.work(first)
-        first.wait_until(lambda: self.kept("77,25"), "the value is kept")
+        first.wait_until(lambda: self.kept("77,25", "44,75"), "the values are kept")
         second = self.start()
         self.expect_no_offer(second)  # the first one is still at work
         second.enter("Direktes Prüfmerkmal: Name", "Probename")
@@ -206,7 +206,7 @@ class Recovery(EndToEndTest):
         first.kill()
         third = self.start()
         self.expect_offer(third, "Wiederherstellen")
-        third.window(title(self.file))
+        self.expect_restored(third)
 
     def test_what_can_not_be_kept_is_told_once_and_disturbs_nothing(self):
         program = self.start()

@@ -656,6 +656,36 @@ private slots:
         QVERIFY(preview.stack().pages().size() > 1);
     }
 
+    void aPdfNeverReplacesTheCalibration_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("its file") << u"a.xml"_qs;
+        QTest::newRow("a link to it") << u"b.xml"_qs;
+    }
+
+    void aPdfNeverReplacesTheCalibration()
+    {
+        QFETCH(QString, name);
+        QTemporaryDir folder;
+        QFile calibration(folder.filePath(u"a.xml"_qs));
+        QVERIFY(calibration.open(QIODevice::ReadWrite) && calibration.write("alt") == 3);
+        calibration.close();
+        QVERIFY(QFile::link(calibration.fileName(), folder.filePath(u"b.xml"_qs)));
+        Preview preview(documents::good());
+        preview.window.setCalibrationFile(calibration.fileName());
+        preview.show();
+        preview.services.pdfTarget = folder.filePath(name);
+        preview.click(u"pdf"_qs);
+        preview.settle();
+        QVERIFY(calibration.open(QIODevice::ReadOnly));
+        QCOMPARE(calibration.readAll(), QByteArray("alt"));
+        QCOMPARE(preview.services.texts(),
+                 QStringList{errorLine + u"Fehler beim Zugriff auf Pfad/Datei: „%1“ ist die Datei "
+                                         u"dieser Kalibrierung, das Protokoll braucht eine "
+                                         u"eigene (75)"_qs.arg(name)});
+        QVERIFY(preview.stack().pages().size() > 1);
+    }
+
     void aCancelledPdfDialogDoesNothing()
     {
         Preview preview(documents::good());

@@ -1,3 +1,4 @@
+#include "protocol/windows/savetarget.h"
 #include "tests/support/testregistry.h"
 #include "wizard/fehlerbericht.h"
 #include "wizard/frminfo.h"
@@ -35,6 +36,9 @@ private slots:
     void savedNameGetsItsSuffix();
     void existingFileIsReplacedOnlyWhenAskedFor_data();
     void existingFileIsReplacedOnlyWhenAskedFor();
+    void onlyTheFileThatIsWrittenIsAskedAbout_data();
+    void onlyTheFileThatIsWrittenIsAskedAbout();
+    void refusedFileOfAnotherFolderIsChosenAgainThere();
     void dialogsStartInAFolderThatExists_data();
     void dialogsStartInAFolderThatExists();
     void cancelledFileDialogsGiveNothing();
@@ -59,6 +63,11 @@ void whenShown(Look look)
         }
     });
     timer->start(5);
+}
+
+QString replaceQuestion(const QString &name)
+{
+    return u"„%1“ gibt es schon. Soll die Datei ersetzt werden?"_qs.arg(name);
 }
 
 } // namespace
@@ -269,8 +278,7 @@ void TestQtDialogs::existingFileIsReplacedOnlyWhenAskedFor()
     answer(QMessageBox::Yes);
     QCOMPARE(dialogs.saveFileName(nullptr, folder.filePath(u"x.xml"_qs)),
              std::optional(folder.filePath(existing)));
-    QCOMPARE(questions.size(), 1);
-    QVERIFY2(questions.front().contains(existing), qPrintable(questions.front()));
+    QCOMPARE(questions, QStringList{replaceQuestion(existing)});
 
     // Who does not want that chooses once more, from the name that he typed.
     questions.clear();
@@ -286,7 +294,80 @@ void TestQtDialogs::existingFileIsReplacedOnlyWhenAskedFor()
     });
     secondRound.start(5);
     QVERIFY(!dialogs.saveFileName(nullptr, folder.filePath(u"x.xml"_qs)));
-    QCOMPARE(questions.size(), 1);
+    QCOMPARE(questions, QStringList{replaceQuestion(existing)});
+    QCOMPARE(again, existing);
+}
+
+void TestQtDialogs::onlyTheFileThatIsWrittenIsAskedAbout_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QStringList>("existing");
+    QTest::addColumn<QString>("written");
+    QTest::addColumn<bool>("asked");
+    QTest::newRow("another file has the typed name")
+        << u"a.xml"_qs << QStringList{u"a.xml"_qs} << u"a.xml.pdf"_qs << false;
+    QTest::newRow("both are there")
+        << u"a.xml"_qs << QStringList{u"a.xml"_qs, u"a.xml.pdf"_qs} << u"a.xml.pdf"_qs << true;
+    QTest::newRow("typed in full")
+        << u"a.pdf"_qs << QStringList{u"a.pdf"_qs} << u"a.pdf"_qs << true;
+    QTest::newRow("nothing is there") << u"a.pdf"_qs << QStringList{} << u"a.pdf"_qs << false;
+}
+
+void TestQtDialogs::onlyTheFileThatIsWrittenIsAskedAbout()
+{
+    QFETCH(QString, typed);
+    QFETCH(QStringList, existing);
+    QFETCH(QString, written);
+    QFETCH(bool, asked);
+    const QTemporaryDir folder;
+    for (const QString &name : existing)
+        QVERIFY(QFile(folder.filePath(name)).open(QIODevice::WriteOnly));
+    QStringList questions;
+    QTimer user;
+    connect(&user, &QTimer::timeout, this, [&] {
+        QWidget *window = QApplication::activeModalWidget();
+        if (auto *box = qobject_cast<QMessageBox *>(window)) {
+            questions.append(box->text());
+            box->button(QMessageBox::Yes)->click();
+        } else if (auto *dialog = qobject_cast<QFileDialog *>(window)) {
+            dialog->findChild<QLineEdit *>(u"fileNameEdit"_qs)->setText(typed);
+            static_cast<QDialog *>(dialog)->accept();
+        }
+    });
+    user.start(5);
+    QCOMPARE(chooseSaveTarget(
+                 nullptr, {u"T"_qs, u"PDF-Dokumente"_qs, u".pdf"_qs, folder.filePath(u"x.pdf"_qs)}),
+             folder.filePath(written));
+    QCOMPARE(questions, asked ? QStringList{replaceQuestion(written)} : QStringList());
+}
+
+void TestQtDialogs::refusedFileOfAnotherFolderIsChosenAgainThere()
+{
+    const QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir(u"anderer"_qs));
+    const QString existing = folder.filePath(u"anderer/a.xml"_qs);
+    QVERIFY(QFile(existing).open(QIODevice::WriteOnly));
+    bool refused = false;
+    QString again;
+    QTimer user;
+    connect(&user, &QTimer::timeout, this, [&] {
+        QWidget *window = QApplication::activeModalWidget();
+        auto *dialog = qobject_cast<QFileDialog *>(window);
+        if (auto *box = qobject_cast<QMessageBox *>(window)) {
+            refused = true;
+            box->button(QMessageBox::No)->click();
+        } else if (dialog && refused) {
+            again = dialog->selectedFiles().value(0);
+            dialog->reject();
+        } else if (dialog) {
+            dialog->findChild<QLineEdit *>(u"fileNameEdit"_qs)
+                ->setText(folder.filePath(u"anderer/a"_qs));
+            static_cast<QDialog *>(dialog)->accept();
+        }
+    });
+    user.start(5);
+    QtDialogs dialogs;
+    QVERIFY(!dialogs.saveFileName(nullptr, folder.filePath(u"x.xml"_qs)));
     QCOMPARE(again, existing);
 }
 
