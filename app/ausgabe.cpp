@@ -45,7 +45,7 @@ bool isSameFile(const QString &one, const QString &other)
     return std::filesystem::equivalent(nativePath(one), nativePath(other), error) && !error;
 }
 
-void exportSpreadsheet(const ausgabe::Dienste &services, Kalibrierung &document, QWidget *owner,
+void exportSpreadsheet(const ausgabe::Dienste &services, Kalibrierung &document, frmExport *owner,
                        const QString &calibration)
 {
     const QString target = services.chooseSpreadsheet(
@@ -61,6 +61,8 @@ void exportSpreadsheet(const ausgabe::Dienste &services, Kalibrierung &document,
     progress.setWindowTitle(owner->windowTitle());
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(static_cast<int>(services.showProgressAfter.count()));
+    // Until it shows, the user sees the list only.
+    QObject::connect(owner, &frmExport::cancelRequested, &progress, &QProgressDialog::cancel);
     schreibeTabelle(document, target, services.now(), [&progress](int percent) {
         progress.setValue(percent);
         // A value that stays lets no event through, and the cancel button would be dead.
@@ -87,7 +89,7 @@ void ausgabe::showExport(const Dienste &services, Kalibrierung &document, QWidge
     const QString calibration = calibrationFile(owner);
     auto *actions = new frmExport(
         services.dialogs,
-        [services, &document, calibration](QWidget *window) {
+        [services, &document, calibration](frmExport *window) {
             exportSpreadsheet(services, document, window, calibration);
         },
         owner);
