@@ -2,6 +2,7 @@
 
 #include "tests/support/testregistry.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -9,6 +10,12 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <array>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -163,6 +170,49 @@ private slots:
         QCOMPARE(process.exitCode(), 1);
         QVERIFY(process.readAllStandardError().contains("Ausgabe"));
     }
+
+#ifdef Q_OS_UNIX
+    void aReaderThatHasGoneIsAFailureAndEverythingIsWritten_data()
+    {
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<QString>("suffix");
+        QTest::newRow("spreadsheets") << u"--tabelle"_qs << u".xlsx"_qs;
+        QTest::newRow("protocols") << u"--protokoll"_qs << u".pdf"_qs;
+    }
+
+    void aReaderThatHasGoneIsAFailureAndEverythingIsWritten()
+    {
+        QFETCH(QString, option);
+        QFETCH(QString, suffix);
+        QTemporaryDir folder;
+        QStringList files;
+        for (int i = 0; i < 6; ++i) {
+            files += folder.filePath(u"%1.xml"_qs.arg(i));
+            QVERIFY(QFile::copy(example(), files.last()));
+        }
+        const QDir target(folder.filePath(u"ziel"_qs));
+        std::array<int, 2> ends{};
+        QVERIFY(::pipe(ends.data()) == 0);
+        ::close(ends[0]);
+        QProcess process;
+        process.setChildProcessModifier([end = ends[1]] { ::dup2(end, STDOUT_FILENO); });
+        process.start(QStringLiteral(PROGRAM), QStringList{option, target.path()} + files);
+        const bool finished = process.waitForFinished(60000);
+        ::close(ends[1]);
+        QVERIFY(finished);
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 1);
+        QCOMPARE(
+            QString::fromUtf8(process.readAllStandardError()),
+            u"kalibrierung-auswertung: Die Ausgabe konnte nicht vollständig geschrieben werden.\n"_qs);
+        const auto written =
+            target.entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+        QStringList expected;
+        for (int i = 0; i < 6; ++i)
+            expected += QString::number(i) + suffix;
+        QCOMPARE(written, expected);
+    }
+#endif
 
     void manyThreadsGiveTheBytesOfOne_data()
     {
