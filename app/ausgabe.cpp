@@ -33,7 +33,7 @@ QString suggestionFor(const QString &calibration, const QString &otherwise, cons
     return file.absolutePath() + u'/' + file.completeBaseName() + suffix;
 }
 
-void exportSpreadsheet(const ausgabe::Dienste &services, Kalibrierung &document, QWidget *owner,
+void exportSpreadsheet(const ausgabe::Dienste &services, Kalibrierung &document, frmExport *owner,
                        const QString &calibration)
 {
     const QString target = services.chooseSpreadsheet(
@@ -45,6 +45,8 @@ void exportSpreadsheet(const ausgabe::Dienste &services, Kalibrierung &document,
     progress.setWindowTitle(owner->windowTitle());
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(static_cast<int>(services.showProgressAfter.count()));
+    // Until it shows, the user sees the list only.
+    QObject::connect(owner, &frmExport::cancelRequested, &progress, &QProgressDialog::cancel);
     schreibeTabelle(document, target, services.now(), [&progress](int percent) {
         progress.setValue(percent);
         // A value that stays lets no event through, and the cancel button would be dead.
@@ -72,7 +74,7 @@ void ausgabe::showExport(const Dienste &services, Kalibrierung &document, QWidge
     const QString calibration = calibrationFile(owner);
     auto *actions = new frmExport(
         services.dialogs,
-        [services, &document, calibration](QWidget *window) {
+        [services, &document, calibration](frmExport *window) {
             exportSpreadsheet(services, document, window, calibration);
         },
         owner);

@@ -24,11 +24,16 @@ QByteArray line(const QStringList &fields)
     return (written.join(u';') + u'\n').toUtf8();
 }
 
-// A spreadsheet program takes a field that begins so for a formula, in quotes as well.
+// A spreadsheet program takes a field that begins so for a formula, in quotes as well; some pass
+// over control characters before the sign.
 QString dateifeld(const QString &file)
 {
-    static const QString formulaMarks = u"=+-@\t\r\n"_qs;
-    return !file.isEmpty() && formulaMarks.contains(file.front()) ? u"./"_qs + file : file;
+    static const QString formulaMarks = u"=+-@"_qs;
+    if (file.isEmpty())
+        return file;
+    const QChar first = file.front();
+    const bool isRisk = formulaMarks.contains(first) || first.category() == QChar::Other_Control;
+    return isRisk ? u"./"_qs + file : file;
 }
 
 QByteArray resultLine(const QString &file, const QString &group, const Ergebnis &result)

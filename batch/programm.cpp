@@ -36,6 +36,10 @@ int programm::laufe(const Optionen &options, const Protokollschreiber &writeProt
     // A file that reaches the user's size limit is an error to report, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
 #endif
+#ifdef SIGPIPE
+    // Nor is a reader of the output that has gone: the files are written nevertheless.
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
     return auswertungslauf(options, ausgabeAuf(stdout), ausgabeAuf(stderr), writeProtocol);
 }
 

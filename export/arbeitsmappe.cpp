@@ -60,7 +60,7 @@ lxw_row_t Blatt::begin(int row)
 {
     Q_ASSERT(row >= m_last);
     if (row > m_last)
-        ++m_rows;
+        ++m_umfang.zeilen;
     m_last = row;
     return static_cast<lxw_row_t>(row);
 }
@@ -75,8 +75,17 @@ void Blatt::text(int row, int col, const QString &value, const Zellenstil &style
 {
     if (value.isEmpty())
         return; // an empty cell is none
-    check(worksheet_write_string(m_sheet, begin(row), column(col), zellentext(value).constData(),
+    const QByteArray bytes = zellentext(value);
+    check(worksheet_write_string(m_sheet, begin(row), column(col), bytes.constData(),
                                  m_mappe.format(style)));
+    m_umfang.textbytes += bytes.size();
+}
+
+QByteArray Blatt::formeltext(const QString &expression)
+{
+    const QByteArray bytes = expression.toUtf8();
+    m_umfang.textbytes += bytes.size();
+    return '=' + bytes;
 }
 
 void Blatt::formel(int row, int col, const QString &expression, double value,
@@ -84,16 +93,16 @@ void Blatt::formel(int row, int col, const QString &expression, double value,
 {
     Q_ASSERT(std::isfinite(value));
     check(worksheet_write_formula_num(m_sheet, begin(row), column(col),
-                                      (u'=' + expression).toUtf8().constData(),
-                                      m_mappe.format(style), value));
+                                      formeltext(expression).constData(), m_mappe.format(style),
+                                      value));
 }
 
 void Blatt::formel(int row, int col, const QString &expression, const QString &value,
                    const Zellenstil &style)
 {
     check(worksheet_write_formula_str(m_sheet, begin(row), column(col),
-                                      (u'=' + expression).toUtf8().constData(),
-                                      m_mappe.format(style), zellentext(value).constData()));
+                                      formeltext(expression).constData(), m_mappe.format(style),
+                                      zellentext(value).constData()));
 }
 
 void Blatt::diagramm(int row, int col, lxw_chart *chart)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "export/mappenpruefung.h"
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QString>
@@ -37,8 +39,8 @@ public:
 
     const QString &name() const { return m_name; }
     lxw_worksheet *handle() const { return m_sheet; }
-    /// How many rows have been begun; rows without any cell don't count.
-    int zeilen() const { return m_rows; }
+    /// What its file will hold. Rows without any cell don't count.
+    Blattumfang umfang() const { return m_umfang; }
 
     void zahl(int row, int column, double value, const Zellenstil &style = {});
     void text(int row, int column, const QString &value, const Zellenstil &style = {});
@@ -66,11 +68,13 @@ public:
 
 private:
     lxw_row_t begin(int row);
+    /// \a expression as the library takes it; counted.
+    QByteArray formeltext(const QString &expression);
 
     Arbeitsmappe &m_mappe;
     QString m_name;
     lxw_worksheet *m_sheet;
-    int m_rows = 0;
+    Blattumfang m_umfang;
     int m_last = -1; ///< the row that is being written
 };
 

@@ -20,8 +20,9 @@ struct Close
 using Archiv = std::unique_ptr<void, Close>;
 
 // What can be said of an XML text that runs by in pieces: whether every element that begins ends,
-// too, and how many rows there are. A text that was cut short has elements without an end, whatever
-// was put behind it. The library writes no comments, and ">" in texts and attributes as a
+// too, how many rows there are, and how long its texts and formulas are together. A text that was
+// cut short has elements without an end, whatever was put behind it; one that lacks a piece within
+// a long text is shorter. The library writes no comments, and ">" in texts and attributes as a
 // reference.
 class Teilpruefung
 {
@@ -33,6 +34,8 @@ public:
             const QByteArrayView run = end < 0 ? piece : piece.first(end);
             if (m_inTag)
                 takeTag(run);
+            else if (m_inText)
+                takeText(run);
             piece = piece.sliced(end < 0 ? piece.size() : end + 1);
             if (end < 0)
                 return;
@@ -42,7 +45,7 @@ public:
         }
     }
 
-    int rows() const { return m_rows; }
+    Blattumfang umfang() const { return m_umfang; }
     bool complete() const { return m_good && !m_inTag && m_depth == 0 && m_roots == 1; }
 
 private:
@@ -57,9 +60,20 @@ private:
         m_last = run.back();
     }
 
+    // "&amp;" stands for one byte; it can lie across two pieces.
+    void takeText(QByteArrayView run)
+    {
+        for (const char c : run) {
+            if (!m_inReference)
+                ++m_umfang.textbytes;
+            m_inReference = m_inReference ? c != ';' : c == '&';
+        }
+    }
+
     void endTag()
     {
         const QByteArray tag = std::exchange(m_tag, {});
+        m_inText = tag == "t" || tag.startsWith("t ") || tag == "f";
         if (tag.startsWith('?'))
             return;
         if (tag.startsWith('/')) {
@@ -70,20 +84,22 @@ private:
         if (m_depth == 0)
             ++m_roots;
         if (tag == "row" || tag.startsWith("row ") || tag.startsWith("row/"))
-            ++m_rows;
+            ++m_umfang.zeilen;
         if (m_last != '/')
             ++m_depth;
     }
 
-    static constexpr qsizetype tagSize = 4; ///< as much of a tag as tells a row
+    static constexpr qsizetype tagSize = 4; ///< as much of a tag as tells a row or a text
 
     QByteArray m_tag;
     char m_last = 0;
     bool m_inTag = false;
+    bool m_inText = false;
+    bool m_inReference = false;
     bool m_good = true;
     int m_depth = 0;
     int m_roots = 0;
-    int m_rows = 0;
+    Blattumfang m_umfang;
 };
 
 // False when cancelled.
@@ -139,7 +155,7 @@ bool walk(unzFile file, const std::function<bool(const Teil &)> &visit)
 
 } // namespace
 
-bool pruefeMappe(const QString &path, const std::map<QString, int> &rowsOfSheets,
+bool pruefeMappe(const QString &path, const std::map<QString, Blattumfang> &sheets,
                  const Prueffortschritt &progress)
 {
     const Archiv archive(unzOpen64(QFile::encodeName(path).constData()));
@@ -151,7 +167,7 @@ bool pruefeMappe(const QString &path, const std::map<QString, int> &rowsOfSheets
         return true;
     });
     std::uint64_t read = 0;
-    std::size_t sheets = 0;
+    std::size_t found = 0;
     const auto check = [&](const Teil &part) {
         Teilpruefung content;
         if (!liesTeil(archive.get(), content, [&](int size) {
@@ -159,16 +175,16 @@ bool pruefeMappe(const QString &path, const std::map<QString, int> &rowsOfSheets
                 return progress(read, std::max(read, total)); // the file's own sizes may lie
             }))
             return false;
-        const auto expected = rowsOfSheets.find(part.name);
-        const bool isSheet = expected != rowsOfSheets.end();
-        sheets += isSheet ? 1 : 0;
-        if (!content.complete() || (isSheet && content.rows() != expected->second))
+        const auto expected = sheets.find(part.name);
+        const bool isSheet = expected != sheets.end();
+        found += isSheet ? 1 : 0;
+        if (!content.complete() || (isSheet && content.umfang() != expected->second))
             throw RunTimeError(ErrorNumber::DiskFull);
         return true;
     };
     if (!walk(archive.get(), check))
         return false;
-    if (sheets != rowsOfSheets.size())
+    if (found != sheets.size())
         throw RunTimeError(ErrorNumber::DiskFull);
     return true;
 }

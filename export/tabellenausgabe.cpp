@@ -70,7 +70,7 @@ private:
     int m_row = 0;
     const Tabellenfortschritt &m_progress;
     bool m_cancelled = false;
-    std::map<QString, int> m_rowsOfSheets;
+    std::map<QString, Blattumfang> m_sheets;
 };
 
 bool Ausgabe::report(int percent)
@@ -100,7 +100,7 @@ bool Ausgabe::fuelle(Arbeitsmappe &book)
     schreibeProtokolldaten(texts, m_document);
     int number = 0;
     for (const Blatt *sheet : {&values, &results, &lines, &texts})
-        m_rowsOfSheets[u"xl/worksheets/sheet%1.xml"_qs.arg(++number)] = sheet->zeilen();
+        m_sheets[u"xl/worksheets/sheet%1.xml"_qs.arg(++number)] = sheet->umfang();
     return true;
 }
 
@@ -125,7 +125,7 @@ void Ausgabe::packe(Arbeitsmappe &book)
 
 bool Ausgabe::pruefe(const QString &path)
 {
-    return pruefeMappe(path, m_rowsOfSheets, [this](std::uint64_t read, std::uint64_t total) {
+    return pruefeMappe(path, m_sheets, [this](std::uint64_t read, std::uint64_t total) {
         return report(packed + static_cast<int>(read * (checked - packed) / total));
     });
 }

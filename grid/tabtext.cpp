@@ -41,6 +41,10 @@ qsizetype behindLineBreak(const QString &text, qsizetype at)
 
 QString withoutControls(QStringView text)
 {
+    while (!text.isEmpty() && isSeparator(text.front())) // separates nothing
+        text = text.sliced(1);
+    while (!text.isEmpty() && isSeparator(text.back()))
+        text.chop(1);
     if (std::none_of(text.begin(), text.end(), isControl))
         return text.toString();
     QString kept;

@@ -3,10 +3,10 @@
 #include "core/produkt.h"
 #include "wizard/fehlerbericht.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
-#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -51,6 +51,27 @@ frmExport::frmExport(Dialogs &dialogs, Exporter exporter, QWidget *parent)
     rows->addWidget(label);
     rows->addWidget(List1);
     rows->addLayout(buttons);
+    if (parent)
+        parent->window()->installEventFilter(this);
+}
+
+void frmExport::reject()
+{
+    if (m_running)
+        emit cancelRequested();
+    else
+        QDialog::reject();
+}
+
+// The end of the session closes the main window, modal dialogs or not, and this one and the
+// document would go with it, under the hands of the export.
+bool frmExport::eventFilter(QObject *watched, QEvent *event)
+{
+    if (!m_running || event->type() != QEvent::Close)
+        return QDialog::eventFilter(watched, event);
+    event->ignore();
+    emit cancelRequested();
+    return true;
 }
 
 void frmExport::runSelected()
@@ -59,12 +80,9 @@ void frmExport::runSelected()
     if (m_running || List1->selectedItems().isEmpty())
         return;
     m_running = true;
-    const QPointer<frmExport> alive(this); // the window can be closed meanwhile
-    const Exporter exporter = m_exporter;
     fehlerbericht::guarded(m_dialogs,
                            {this, Dialogs::Icon::Exclamation, produkt::name(),
                             u"Beim Exportieren der Daten ist ein Fehler aufgetreten:"_qs},
-                           [&exporter, this] { exporter(this); });
-    if (alive)
-        m_running = false;
+                           [this] { m_exporter(this); });
+    m_running = false;
 }

@@ -54,6 +54,8 @@ private slots:
     void progressShowsAndEnds();
     void cancelInTheProgressLeavesTheOldFile_data();
     void cancelInTheProgressLeavesTheOldFile();
+    void closingBeforeTheProgressShowsCancels_data();
+    void closingBeforeTheProgressShowsCancels();
     void chosenNameEndsInTheSuffix_data();
     void chosenNameEndsInTheSuffix();
     void fileWithTheCompletedNameIsReplacedOnlyWhenAllowed();
@@ -431,6 +433,41 @@ void TestAusgabe::cancelInTheProgressLeavesTheOldFile()
     QVERIFY(f.dialogs.shown.empty());
     QCOMPARE(f.contents(u"a.xlsx"_qs), QByteArray("old"));
     QVERIFY(f.window->findChild<frmExport *>()->isVisible());
+}
+
+void TestAusgabe::closingBeforeTheProgressShowsCancels_data()
+{
+    QTest::addColumn<bool>("byEscape");
+    QTest::newRow("the list") << true;
+    QTest::newRow("the main window") << false;
+}
+
+void TestAusgabe::closingBeforeTheProgressShowsCancels()
+{
+    QFETCH(bool, byEscape);
+    OutputFixture f;
+    f.addPoints();
+    QVERIFY(f.write(u"a.xlsx"_qs, "old"));
+    f.target = f.path(u"a.xlsx"_qs);
+    const QPointer<frmAssistent> window = f.window.get();
+    bool closed = false;
+    const Nutzer<frmExport> user([&](frmExport &list) {
+        if (std::exchange(closed, true))
+            return;
+        if (byEscape)
+            QTest::keyClick(&list, Qt::Key_Escape);
+        else
+            window->close();
+    });
+    f.runExport();
+    QVERIFY(closed);
+    QVERIFY(window && window->isVisible());
+    QVERIFY(f.dialogs.shown.empty());
+    QCOMPARE(f.contents(u"a.xlsx"_qs), QByteArray("old"));
+    const QPointer<frmExport> list = f.window->findChild<frmExport *>();
+    QVERIFY(list && list->isVisible());
+    QTest::keyClick(list, Qt::Key_Escape);
+    QTRY_VERIFY(!list);
 }
 
 void TestAusgabe::chosenNameEndsInTheSuffix_data()

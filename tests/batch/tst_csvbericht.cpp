@@ -114,6 +114,13 @@ private slots:
         QTest::newRow("minus") << u"-a.xml"_qs << QByteArray("./-a.xml");
         QTest::newRow("at") << u"@a.xml"_qs << QByteArray("./@a.xml");
         QTest::newRow("tab") << u"\ta.xml"_qs << QByteArray("./\ta.xml");
+        QTest::newRow("line feed") << u"\na.xml"_qs << QByteArray("\"./\na.xml\"");
+        QTest::newRow("carriage return") << u"\ra.xml"_qs << QByteArray("\"./\ra.xml\"");
+        QTest::newRow("another control character")
+            << u"\u0001=1.xml"_qs << QByteArray("./\001=1.xml");
+        QTest::newRow("delete") << u"\u007f=1.xml"_qs << QByteArray("./\177=1.xml");
+        QTest::newRow("a control character above")
+            << u"\u0085=1.xml"_qs << u"./\u0085=1.xml"_qs.toUtf8();
         QTest::newRow("formula in quotes") << u"=1;2.xml"_qs << QByteArray("\"./=1;2.xml\"");
         QTest::newRow("formula in a folder") << u"a/=1.xml"_qs << QByteArray("a/=1.xml");
         QTest::newRow("empty") << QString() << QByteArray();

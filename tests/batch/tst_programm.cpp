@@ -1,7 +1,9 @@
 // The built program, started as a user starts it.
 
+#include "core/kalibrierung.h"
 #include "tests/support/testregistry.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -9,6 +11,13 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <array>
+#include <functional>
+
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -164,6 +173,49 @@ private slots:
         QVERIFY(process.readAllStandardError().contains("Ausgabe"));
     }
 
+#ifdef Q_OS_UNIX
+    void aReaderThatHasGoneIsAFailureAndEverythingIsWritten_data()
+    {
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<QString>("suffix");
+        QTest::newRow("spreadsheets") << u"--tabelle"_qs << u".xlsx"_qs;
+        QTest::newRow("protocols") << u"--protokoll"_qs << u".pdf"_qs;
+    }
+
+    void aReaderThatHasGoneIsAFailureAndEverythingIsWritten()
+    {
+        QFETCH(QString, option);
+        QFETCH(QString, suffix);
+        QTemporaryDir folder;
+        QStringList files;
+        for (int i = 0; i < 6; ++i) {
+            files += folder.filePath(u"%1.xml"_qs.arg(i));
+            QVERIFY(QFile::copy(example(), files.last()));
+        }
+        const QDir target(folder.filePath(u"ziel"_qs));
+        std::array<int, 2> ends{};
+        QVERIFY(::pipe(ends.data()) == 0);
+        ::close(ends[0]);
+        QProcess process;
+        process.setChildProcessModifier([end = ends[1]] { ::dup2(end, STDOUT_FILENO); });
+        process.start(QStringLiteral(PROGRAM), QStringList{option, target.path()} + files);
+        const bool finished = process.waitForFinished(60000);
+        ::close(ends[1]);
+        QVERIFY(finished);
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 1);
+        QCOMPARE(
+            QString::fromUtf8(process.readAllStandardError()),
+            u"kalibrierung-auswertung: Die Ausgabe konnte nicht vollständig geschrieben werden.\n"_qs);
+        const auto written =
+            target.entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+        QStringList expected;
+        for (int i = 0; i < 6; ++i)
+            expected += QString::number(i) + suffix;
+        QCOMPARE(written, expected);
+    }
+#endif
+
     void manyThreadsGiveTheBytesOfOne_data()
     {
         QTest::addColumn<QString>("format");
@@ -285,6 +337,52 @@ private slots:
                     .startsWith(u"kalibrierung-auswertung: "_qs + target + u": "_qs));
     }
 
+    void aProtocolThatCannotBeCompletedIsNotWritten_data()
+    {
+        QTest::addColumn<std::function<void(Kalibrierung &)>>("change");
+        QTest::addColumn<int>("number");
+        using Change = std::function<void(Kalibrierung &)>;
+        const auto all = [](PrüfmerkmalEnum which, double value) {
+            return Change([which, value](Kalibrierung &document) {
+                for (int field = 1; field <= document.PrüffelderAnzahl(); ++field) {
+                    for (int point = 1; point <= document.PrüffeldPrüfpunkte(field); ++point)
+                        document.setMesswert(which, field, point, value);
+                }
+            });
+        };
+        QTest::newRow("equal values") << all(pmDirekt, 95.0) << 5;
+        QTest::newRow("zeros") << all(pmIndirekt, 0.0) << 5;
+        QTest::newRow("no points") << Change([](Kalibrierung &document) {
+            for (int field = 1; field <= document.PrüffelderAnzahl(); ++field)
+                document.DataStore().set(u"Prüffeld Prüfpunktanzahl %1"_qs.arg(field),
+                                         std::int32_t{0});
+        }) << 5;
+        QTest::newRow("equal values of the covariable") << Change([](Kalibrierung &document) {
+            for (int field = 1; field <= document.PrüffelderAnzahl(); ++field)
+                document.setPrüffeldWert(field, 4.0);
+        }) << 13;
+    }
+
+    void aProtocolThatCannotBeCompletedIsNotWritten()
+    {
+        QFETCH(std::function<void(Kalibrierung &)>, change);
+        QFETCH(int, number);
+        QTemporaryDir folder;
+        Kalibrierung document{QLocale(QLocale::German, QLocale::Germany)};
+        document.LoadFile(example());
+        change(document);
+        const QString file = folder.filePath(u"a.xml"_qs);
+        document.SaveFile(file);
+        const QString target = folder.filePath(u"a.pdf"_qs);
+        const Ergebnis result = starte({u"--protokoll"_qs, target, file}, {});
+        QCOMPARE(result.code, 1);
+        const QString errors = QString::fromUtf8(result.errors);
+        QVERIFY2(errors.startsWith(u"kalibrierung-auswertung: "_qs + target + u": "_qs) &&
+                     errors.endsWith(u" (%1)\n"_qs.arg(number)),
+                 qPrintable(errors));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList(u"a.xml"_qs));
+    }
+
     void withoutProtocolsNoGraphicsLibraryIsLoaded()
     {
         QFile program(QStringLiteral(PROGRAM));
@@ -317,5 +415,6 @@ private slots:
     }
 };
 
+Q_DECLARE_METATYPE(std::function<void(Kalibrierung &)>)
 REGISTER_TEST(TestProgramm)
 #include "tst_programm.moc"

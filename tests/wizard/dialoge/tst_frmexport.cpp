@@ -19,7 +19,7 @@ private slots:
         m_messages.emplace();
         m_owners.clear();
         m_whileRunning = [] {};
-        m_window = new frmExport(*m_messages, [this](QWidget *owner) {
+        m_window = new frmExport(*m_messages, [this](frmExport *owner) {
             m_owners.push_back(owner);
             m_whileRunning();
         });
@@ -94,12 +94,53 @@ private slots:
         QCOMPARE(m_owners.size(), std::size_t{1});
     }
 
-    void closingDuringAnExportIsSafe()
+    void closingDuringAnExportOnlyCancels_data()
     {
-        m_whileRunning = [this] { delete m_window; };
+        QTest::addColumn<std::function<void(frmExport &)>>("close");
+        using Close = std::function<void(frmExport &)>;
+        QTest::newRow("Esc") << Close(
+            [](frmExport &window) { QTest::keyClick(&window, Qt::Key_Escape); });
+        QTest::newRow("the button") << Close(
+            [](frmExport &window) { control<QPushButton>(window, u"cmdClose"_qs)->click(); });
+        QTest::newRow("the window's own") << Close([](frmExport &window) { window.close(); });
+        QTest::newRow("its owner")
+            << Close([](frmExport &window) { window.parentWidget()->close(); });
+        QTest::newRow("the session") << Close([](frmExport &) {
+            QEvent quit(QEvent::Quit);
+            QCoreApplication::sendEvent(qApp, &quit);
+        });
+    }
+
+    void closingDuringAnExportOnlyCancels()
+    {
+        QFETCH(std::function<void(frmExport &)>, close);
+        delete m_window;
+        auto *owner = new QWidget;
+        owner->setAttribute(Qt::WA_DeleteOnClose);
+        owner->show();
+        const QPointer<QWidget> ownerAlive(owner);
+        int cancelled = 0;
+        m_window = new frmExport(
+            *m_messages,
+            [&](frmExport *running) {
+                close(*running);
+                QCoreApplication::processEvents();
+                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                QVERIFY(m_window && ownerAlive);
+                QVERIFY(m_window->isVisible() && owner->isVisible());
+            },
+            owner);
+        connect(m_window, &frmExport::cancelRequested, m_window, [&cancelled] { ++cancelled; });
+        m_window->setWindowModality(Qt::WindowModal);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window));
         select();
         button(u"cmdOk"_qs)->click();
-        QVERIFY(!m_window);
+        QCOMPARE(cancelled, 1);
+        QVERIFY(m_window);
+        close(*m_window); // as before
+        QTRY_VERIFY(!m_window);
+        delete ownerAlive;
     }
 
     void abbruchClosesAndUnloads()
@@ -124,5 +165,6 @@ private:
     QPointer<frmExport> m_window;
 };
 
+Q_DECLARE_METATYPE(std::function<void(frmExport &)>)
 REGISTER_TEST(TestFrmExport)
 #include "tst_frmexport.moc"
