@@ -175,7 +175,7 @@ class Names(EndToEndTest):
         self.program.type("77,5\n")
         self.file.write_bytes(self.file.read_bytes().replace(b"Verdichtungsgrad", b"Anderer Name"))
         self.program.keys("ctrl+s")
-        self.assertIn("von einem anderen Programm geändert", self.program.message())
+        self.assertIn("wurde inzwischen geändert", self.program.message())
         self.check(("Meine Fassung behalten", "Unter anderem Namen...", "Abbrechen"))
         self.program.answer("Abbrechen")
         self.program.window(title(self.file))

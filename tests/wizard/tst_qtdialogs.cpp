@@ -331,7 +331,8 @@ void TestQtDialogs::onlyTheFileThatIsWrittenIsAskedAbout()
             box->button(QMessageBox::Yes)->click();
         } else if (auto *dialog = qobject_cast<QFileDialog *>(window)) {
             dialog->findChild<QLineEdit *>(u"fileNameEdit"_qs)->setText(typed);
-            static_cast<QDialog *>(dialog)->accept();
+            // Not from within the timer, which would not go on while a question is open.
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
         }
     });
     user.start(5);
@@ -362,7 +363,7 @@ void TestQtDialogs::refusedFileOfAnotherFolderIsChosenAgainThere()
         } else if (dialog) {
             dialog->findChild<QLineEdit *>(u"fileNameEdit"_qs)
                 ->setText(folder.filePath(u"anderer/a"_qs));
-            static_cast<QDialog *>(dialog)->accept();
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
         }
     });
     user.start(5);
