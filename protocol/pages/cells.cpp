@@ -74,7 +74,12 @@ Cell cellOf(const TextMeasure &measure, const Column &column, const QString &tex
             const TextStyle &style)
 {
     const double width = column.textWidth();
-    const TextStyle used = column.holdsNumbers() ? measure.shrunk(text, style, width) : style;
+    if (!column.holdsNumbers())
+        return {column, {measure.lines(text, style, width), style}};
+    const TextStyle leastReadable = styleOfPoints(7);
+    TextStyle used = measure.shrunk(text, style, width);
+    if (used.pixelSize < leastReadable.pixelSize)
+        used = measure.shrunk(text.section(u' ', 0, 0), style, width);
     return {column, {measure.lines(text, used, width), used}};
 }
 
@@ -101,10 +106,15 @@ void drawCell(Drawing &drawing, const TextMeasure &measure, const Cell &cell, do
     // A number that had to get smaller stands on its row's baseline.
     const TextStyle &first = cell.column.holdsNumbers() ? *protocolStyle(false, 0) : style;
     double baseline = top - measure.ascent(first);
-    for (const QString &line : cell.text.lines) {
+    for (std::size_t i = 0; i < cell.text.lines.size(); ++i) {
+        const QString &line = cell.text.lines[i];
         if (!line.isEmpty()) {
             PlacedText placed = measure.placed(line, {}, style);
-            placed.at = {leftEnd(measure, line, placed.width, cell, decimalPoint), baseline};
+            const bool isRestOfUnit = i > 0 && cell.column.holdsNumbers();
+            const double left = isRestOfUnit
+                                    ? cell.column.textLeft()
+                                    : leftEnd(measure, line, placed.width, cell, decimalPoint);
+            placed.at = {left, baseline};
             measure.add(drawing, std::move(placed));
         }
         baseline -= measure.lineHeight(style);

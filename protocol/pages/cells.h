@@ -62,7 +62,8 @@ struct Cell
     double height(const TextMeasure &measure) const;
 };
 
-/// A cell of any number of lines. A number is never broken, it gets smaller instead.
+/// A cell of any number of lines. A number is never broken, it gets smaller instead; its unit,
+/// which follows a blank, only for as long as it can be read, then it takes lines of its own.
 Cell cellOf(const TextMeasure &measure, const Column &column, const QString &text,
             const TextStyle &style);
 /// A cell that breaks between words only; a word wider than the column makes the text smaller.

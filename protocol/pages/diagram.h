@@ -21,6 +21,7 @@ struct DiagramSize
     double contentWidth =
         contentWidthCm;         ///< the frame stands in its middle where the texts leave room
     double farthestFrame = 7.6; ///< left end of the frame, however far left of it points lie
+    double farthestText = contentWidthCm; ///< right end of the labels below the frame
 };
 
 /// One axis with its texts.

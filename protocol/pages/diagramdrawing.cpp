@@ -4,6 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -40,6 +43,69 @@ QString widest(const TextMeasure &measure, const std::vector<QString> &texts,
     return result;
 }
 
+// What a text may cover, seen from an edge of the frame.
+struct Obstacle
+{
+    double outside = 0.0; ///< from the edge away from the frame
+    double along = 0.0;   ///< along the edge, from the frame's lower left corner
+    int weight = 0;
+};
+
+constexpr int markerWeight = 1000; // a digit under a marker can't be read, one under the line can
+constexpr int lineWeight = 1;
+
+// The room of a text, seen like an obstacle.
+struct Room
+{
+    double from = 0.0; ///< from the edge away from the frame
+    double to = 0.0;
+    double low = 0.0; ///< along the edge
+    double high = 0.0;
+};
+
+// How far the texts are moved away from the frame, at least \a nearest and at most \a farthest, so
+// that as little as possible lies where they stand: \a wanted where that is nothing.
+double freeDistance(const std::vector<Obstacle> &obstacles, const std::vector<Room> &texts,
+                    double nearest, double wanted, double farthest)
+{
+    // Each pair of a text and an obstacle rules out a stretch of distances.
+    std::vector<std::pair<double, int>> changes;
+    std::int64_t cost = 0;       // at the nearest
+    std::int64_t wantedCost = 0; // at the wanted one
+    for (const Obstacle &obstacle : obstacles) {
+        for (const Room &text : texts) {
+            if (obstacle.along < text.low - markerCm || obstacle.along > text.high + markerCm)
+                continue;
+            const double from = obstacle.outside - markerCm - text.to;
+            const double to = obstacle.outside + markerCm - text.from;
+            if (to <= nearest || from >= farthest)
+                continue;
+            if (from < wanted && to > wanted)
+                wantedCost += obstacle.weight;
+            if (from < nearest)
+                cost += obstacle.weight;
+            else
+                changes.emplace_back(from, obstacle.weight);
+            changes.emplace_back(to, -obstacle.weight);
+        }
+    }
+    if (wantedCost == 0)
+        return wanted;
+    std::sort(changes.begin(), changes.end());
+    double best = nearest;
+    std::int64_t least = cost;
+    for (const auto &[distance, change] : changes) {
+        if (distance > farthest)
+            break;
+        cost += change;
+        if (cost < least) {
+            least = cost;
+            best = distance;
+        }
+    }
+    return best;
+}
+
 class DiagramDrawer
 {
 public:
@@ -51,7 +117,10 @@ public:
         m_verticalStyle = lowEnough(measure.shrunk(widestLabel, style, widestVerticalLabelCm));
         m_verticalLabelWidth = measure.width(widestLabel, m_verticalStyle);
         m_titleStyle = styleOfPoints(11);
+        m_verticalTitleStyle = measure.shrunk(data.vertical.title, m_titleStyle, size.frameHeight);
         placeFrame();
+        chooseHorizontalStyle();
+        placeHorizontalLabels();
     }
 
     Drawing drawn()
@@ -88,31 +157,83 @@ private:
             labels = std::max(labels, outside + markerCm);
     }
 
+    QPointF inFrame(const QPointF &value) const
+    {
+        return {positionOn(m_data.horizontal.axis, value.x()) * m_size.frameWidth,
+                positionOn(m_data.vertical.axis, value.y()) * m_size.frameHeight};
+    }
+
+    // \a see makes an obstacle of a place in the frame.
+    template <typename See>
+    std::vector<Obstacle> obstacles(const See &see) const
+    {
+        std::vector<Obstacle> result;
+        const auto add = [&](const QPointF &place, int weight) {
+            const Obstacle obstacle = see(place, weight);
+            if (obstacle.outside > -markerCm)
+                result.push_back(obstacle);
+        };
+        for (const QPointF &point : m_data.points)
+            add(inFrame(point), markerWeight);
+        const QPointF start = inFrame(m_data.lineStart);
+        const QPointF way = inFrame(m_data.lineEnd) - start;
+        constexpr int pieces = 400; // each shorter than a marker
+        for (int i = 0; i <= pieces; ++i)
+            add(start + way * i / pieces, lineWeight);
+        return result;
+    }
+
     void placeFrame()
     {
         double outside = 0.0;
         const auto makeRoomFor = [&](const QPointF &point) {
-            const double left = -positionOn(m_data.horizontal.axis, point.x()) * m_size.frameWidth;
-            outside = std::max(outside, left);
-            push(m_leftOfFrame, left);
-            push(m_belowFrame, -positionOn(m_data.vertical.axis, point.y()) * m_size.frameHeight);
+            const QPointF place = inFrame(point);
+            outside = std::max(outside, -place.x());
+            push(m_leftOfFrame, -place.x());
+            push(m_belowFrame, -place.y());
         };
         std::for_each(m_data.points.begin(), m_data.points.end(), makeRoomFor);
         makeRoomFor(m_data.lineStart);
         makeRoomFor(m_data.lineEnd);
-        const double forTexts = m_leftOfFrame + tickCm + 3 * gapCm + m_verticalLabelWidth +
-                                m_measure.lineHeight(m_titleStyle);
-        const double needed = std::max(forTexts, outside + markerCm);
+        const double titleEnd = placeVerticalTexts() + gapCm;
+        const double needed = std::max(titleEnd, outside + markerCm);
         m_left =
             std::clamp(needed, (m_size.contentWidth - m_size.frameWidth) / 2, m_size.farthestFrame);
         m_bottom = -aboveFrameCm - m_size.frameHeight;
     }
 
-    QPointF at(const QPointF &value) const
+    // Returns how far the title reaches from the frame.
+    double placeVerticalTexts()
     {
-        return {m_left + positionOn(m_data.horizontal.axis, value.x()) * m_size.frameWidth,
-                m_bottom + positionOn(m_data.vertical.axis, value.y()) * m_size.frameHeight};
+        const std::vector<Obstacle> around = obstacles([](const QPointF &place, int weight) {
+            return Obstacle{-place.x(), place.y(), weight};
+        });
+        const std::vector<QString> &labels = m_data.vertical.labels;
+        const double titleHeight = m_measure.lineHeight(m_titleStyle);
+        const double first = tickCm + gapCm;
+        std::vector<Room> rooms;
+        for (std::size_t i = 0; i < labels.size(); ++i) {
+            const double middle = tickY(i) - m_bottom;
+            const double half = digitMiddle(m_verticalStyle);
+            rooms.push_back({first, first + m_measure.width(labels[i], m_verticalStyle),
+                             middle - half, middle + half});
+        }
+        const double farthest = std::max(
+            m_size.farthestFrame - first - m_verticalLabelWidth - 2 * gapCm - titleHeight, 0.0);
+        m_leftOfFrame =
+            freeDistance(around, rooms, 0.0, std::min(m_leftOfFrame, farthest), farthest);
+
+        const double length = m_measure.width(m_data.vertical.title, m_verticalTitleStyle);
+        const double low = (m_size.frameHeight - length) / 2;
+        const Room title{0.0, titleHeight, low, low + length};
+        const double nearest = m_leftOfFrame + first + m_verticalLabelWidth + gapCm;
+        m_leftOfLabels =
+            freeDistance(around, {title}, nearest, nearest,
+                         std::max(nearest, m_size.farthestFrame - gapCm - titleHeight));
+        return m_leftOfLabels + titleHeight;
     }
+
+    QPointF at(const QPointF &value) const { return inFrame(value) + QPointF(m_left, m_bottom); }
 
     double tickX(std::size_t i) const
     {
@@ -172,33 +293,69 @@ private:
                  tickY(i) - digitMiddle(m_verticalStyle), m_verticalStyle);
         }
         const QString &title = m_data.vertical.title;
-        const TextStyle style = m_measure.shrunk(title, m_titleStyle, m_size.frameHeight);
-        text(title, right - m_verticalLabelWidth - gapCm - m_measure.descent(style),
+        const TextStyle &style = m_verticalTitleStyle;
+        text(title, m_left - m_leftOfLabels - m_measure.descent(style),
              m_bottom + (m_size.frameHeight - m_measure.width(title, style)) / 2, style, true);
     }
 
-    // Labels that would touch get smaller; where that isn't enough, they are turned.
+    // Labels that would touch or leave the sheet get smaller; where that isn't enough, they are
+    // turned.
+    void chooseHorizontalStyle()
+    {
+        const std::vector<QString> &labels = m_data.horizontal.labels;
+        const double right = m_left + m_size.frameWidth;
+        constexpr double beyondFrame = 0.5; // also of a frame that stands farther right than texts
+        const double outside = std::max(m_size.farthestText - right, beyondFrame);
+        const double between = tickX(1) - tickX(0) - 2 * gapCm;
+        m_horizontalStyle = styleOfPoints(10);
+        const QString widestLabel = widest(m_measure, labels, m_horizontalStyle);
+        const auto isTooWide = [&] {
+            return m_measure.width(widestLabel, m_horizontalStyle) > between ||
+                   m_measure.width(labels.back(), m_horizontalStyle) / 2 > outside;
+        };
+        if (isTooWide())
+            m_horizontalStyle = styleOfPoints(8);
+        m_turned = isTooWide();
+        if (m_turned)
+            m_horizontalStyle =
+                m_measure.shrunk(widestLabel, styleOfPoints(10), longestTurnedLabelCm);
+        m_horizontalHeight = m_turned ? m_measure.width(widestLabel, m_horizontalStyle)
+                                      : m_measure.lineHeight(m_horizontalStyle);
+    }
+
+    void placeHorizontalLabels()
+    {
+        const std::vector<Obstacle> around = obstacles([](const QPointF &place, int weight) {
+            return Obstacle{-place.y(), place.x(), weight};
+        });
+        double lowest = m_belowFrame;
+        for (const Obstacle &obstacle : around)
+            lowest = std::max(lowest, obstacle.outside + markerCm);
+        const double first = tickCm + gapCm;
+        std::vector<Room> rooms;
+        for (std::size_t i = 0; i < m_data.horizontal.labels.size(); ++i) {
+            const double middle = tickX(i) - m_left;
+            const double width = m_measure.width(m_data.horizontal.labels[i], m_horizontalStyle);
+            const double half = m_turned ? digitMiddle(m_horizontalStyle) : width / 2;
+            rooms.push_back({first, first + (m_turned ? width : m_horizontalHeight), middle - half,
+                             middle + half});
+        }
+        m_belowFrame = freeDistance(around, rooms, 0.0, m_belowFrame, lowest);
+    }
+
     double drawHorizontalLabels()
     {
         const std::vector<QString> &labels = m_data.horizontal.labels;
+        const TextStyle &style = m_horizontalStyle;
         const double top = m_bottom - m_belowFrame - tickCm - gapCm;
-        const double room = tickX(1) - tickX(0) - 2 * gapCm;
-        TextStyle style = styleOfPoints(10);
-        const QString widestLabel = widest(m_measure, labels, style);
-        const TextStyle small = styleOfPoints(8);
-        if (m_measure.width(widestLabel, style) > room)
-            style = small;
-        const bool turned = m_measure.width(widestLabel, style) > room;
-        if (turned)
-            style = m_measure.shrunk(widestLabel, styleOfPoints(10), longestTurnedLabelCm);
         for (std::size_t i = 0; i < labels.size(); ++i) {
             const double width = m_measure.width(labels[i], style);
-            if (turned)
+            if (m_turned)
                 text(labels[i], tickX(i) + digitMiddle(style), top - width, style, true);
             else
                 text(labels[i], tickX(i) - width / 2, top - m_measure.ascent(style), style);
         }
-        return top - (turned ? m_measure.width(widestLabel, style) : m_measure.lineHeight(style));
+        return top - m_horizontalHeight;
     }
 
     void drawHorizontalTitle(double top)
@@ -219,10 +376,15 @@ private:
     const DiagramSize &m_size;
     Drawing m_drawing;
     TextStyle m_verticalStyle;
+    TextStyle m_horizontalStyle;
     TextStyle m_titleStyle;
+    TextStyle m_verticalTitleStyle;
+    bool m_turned = false; ///< whether the horizontal labels are
     double m_verticalLabelWidth = 0.0;
+    double m_horizontalHeight = 0.0; ///< of the row of labels
     double m_left = 0.0;
-    double m_leftOfFrame = 0.0; ///< between the frame and the labels
+    double m_leftOfFrame = 0.0;  ///< between the frame and the labels
+    double m_leftOfLabels = 0.0; ///< between the frame and the title
     double m_belowFrame = 0.0;
     double m_bottom = 0.0;
 };

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <unordered_set>
 
 namespace {
@@ -122,7 +123,7 @@ void DiagramWidget::layOut()
     shown.points = visiblePoints(*m_diagram, size() * devicePixelRatioF());
     const double width = this->width() / pixelsPerCm() - 2 * paddingCm;
     const double height = this->height() / pixelsPerCm() - 2 * paddingCm;
-    DiagramSize frame{width, height, 0.0, width / 2};
+    DiagramSize frame{width, height, 0.0, width / 2, std::numeric_limits<double>::infinity()};
     // What the texts need depends on the frame; after two steps it hardly changes.
     for (int step = 0; step < 3; ++step) {
         frame.frameWidth = std::clamp(frame.frameWidth, smallestFrameCm,

@@ -374,6 +374,37 @@ private slots:
                  document->StatistikKalibriergeradeAchsenabschnittString(mZ, mDirekt));
     }
 
+    void aLongUnitTakesLinesOfItsOwnAndLeavesTheNumberReadable()
+    {
+        const auto document = documents::good();
+        const QString unit = QString(90, u'm');
+        document->IndirektesPrüfmerkmal().setEinheit(unit);
+        const Composed protocol = composed(*document, results);
+        const QString mean = document->StatistikMittelwertString(mIndirekt);
+        const QString intercept =
+            document->StatistikKalibriergeradeAchsenabschnittString(mIndirekt, mDirekt);
+        int numbers = 0;
+        qsizetype letters = 0;
+        bool isStatistic = false; // behind the table of the values
+        for (const auto &page : protocol.pages) {
+            for (const FoundText &text : found(page->drawing)) {
+                isStatistic = isStatistic || text.text == u"Mittelwerte"_qs;
+                if (!isStatistic || text.upward)
+                    continue;
+                if (text.text == mean || text.text == intercept) {
+                    ++numbers;
+                    QCOMPARE(text.style, *protocolStyle(false, 0));
+                }
+                if (text.text.contains(u"mmmm"_qs)) {
+                    letters += text.text.count(u'm');
+                    QVERIFY(text.style.pixelSize >= styleOfPoints(7).pixelSize);
+                }
+            }
+        }
+        QVERIFY(numbers >= 2);
+        QVERIFY(letters >= 3 * unit.size());
+    }
+
     void anInterceptThatCannotBeComputedHasNoUnit()
     {
         const auto document = documents::good();

@@ -1,11 +1,15 @@
 #include "core/auswertung.h"
 #include "protocol/pages/diagram.h"
 #include "protocol/pages/pageformat.h"
+#include "protocol/pages/resultblocks.h"
 #include "tests/protocol/composed.h"
 #include "tests/protocol/documents.h"
 #include "tests/support/testregistry.h"
 
+#include <QRectF>
 #include <QTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -28,6 +32,20 @@ std::vector<Kind> all(const Drawing &drawing)
             result.push_back(*found);
     }
     return result;
+}
+
+// The indirect values lie left of an axis with a single step, from 0 to \a unit, for the most part.
+std::vector<documents::Field> farLeft(double unit)
+{
+    std::vector<documents::Field> fields;
+    for (int z = 1; z <= 8; ++z) {
+        documents::Field field;
+        for (int p = 0; p < 4; ++p)
+            field.emplace_back(unit * (-0.80 + 0.13 * z + 0.01 * p),
+                               unit * (-1.00 + 0.15 * z + 0.002 * p));
+        fields.push_back(field);
+    }
+    return fields;
 }
 
 } // namespace
@@ -190,6 +208,93 @@ private slots:
             QVERIFY(point.at.x() > -1.5); // on the sheet, whose margin is 2.1
         }
         QVERIFY(drawing.extents().height() > 9.0);
+    }
+
+    void noMarkerLiesOnAText_data()
+    {
+        QTest::addColumn<std::vector<documents::Field>>("fields");
+        // Below the axis, just where the labels stood that nearer points had pushed away.
+        QTest::newRow("behind pushed labels")
+            << std::vector<documents::Field>{{{-3.5, 36.0}, {-3.67, 40.0}, {-3.3, 38.0}},
+                                             {{-2.2, 44.0}, {-1.9, 45.0}, {-1.8, 47.0}},
+                                             {{-1.0, 51.0}, {-0.42, 55.0}, {-0.8, 53.0}}};
+        std::vector<documents::Field> far = farLeft(100.0);
+        QTest::newRow("far left") << far;
+        for (documents::Field &field : far) {
+            for (auto &[direct, indirect] : field)
+                std::swap(direct, indirect);
+        }
+        QTest::newRow("far below") << far;
+        QTest::newRow("left and below")
+            << std::vector<documents::Field>{{{-1.85, -1.85}, {-1.8, -1.7}, {-1.6, -1.75}},
+                                             {{-1.4, -1.3}, {-1.3, -1.45}, {-1.2, -1.1}},
+                                             {{-1.0, -0.95}, {-0.9, -0.8}, {-0.79, -0.85}}};
+    }
+    void noMarkerLiesOnAText()
+    {
+        QFETCH(std::vector<documents::Field>, fields);
+        const auto document = documents::of(fields);
+        for (const MerkmalPair &pair : protocolPairs) {
+            const Drawing drawing =
+                diagramDrawing(diagramData(*document, pair.first, pair.second), m_measure);
+            for (const FoundText &text : found(drawing)) {
+                const double digits = 0.66 * text.style.pixelSize / layoutPixelsPerCentimetre;
+                const QRectF box =
+                    text.upward ? QRectF(text.at.x() - digits, text.at.y(), digits, text.width)
+                                : QRectF(text.at.x(), text.at.y(), text.width, digits);
+                for (const PlacedPoint &point : all<PlacedPoint>(drawing)) {
+                    const double r = point.diameter / 2;
+                    QVERIFY2(!box.adjusted(-r, -r, r, r).contains(point.at), qPrintable(text.text));
+                }
+            }
+        }
+    }
+
+    void theTitleAtTheLeftStandsBesideTheLine()
+    {
+        const auto document = documents::of(farLeft(100.0));
+        const DiagramData data = diagramData(*document, mDirekt, mIndirekt);
+        const Drawing drawing = diagramDrawing(data, m_measure);
+        const std::vector<FoundText> texts = found(drawing);
+        const auto title = std::find_if(texts.begin(), texts.end(), [&](const FoundText &text) {
+            return text.text == data.vertical.title;
+        });
+        const std::vector<PlacedLine> lines = all<PlacedLine>(drawing);
+        const auto line = std::find_if(lines.begin(), lines.end(),
+                                       [](const PlacedLine &l) { return l.width == 0.03; });
+        QVERIFY(title != texts.end() && line != lines.end());
+        const double digits = 0.66 * title->style.pixelSize / layoutPixelsPerCentimetre;
+        const QRectF box(title->at.x() - digits, title->at.y(), digits, title->width);
+        for (int i = 0; i <= 1000; ++i)
+            QVERIFY(!box.contains(line->from + (line->to - line->from) * i / 1000));
+        QVERIFY(box.left() >= 0.0);
+    }
+
+    void theLastLabelStaysOnTheSheet_data()
+    {
+        QTest::addColumn<double>("unit");
+        QTest::addColumn<int>("places");
+        QTest::addColumn<bool>("turned");
+        QTest::newRow("short") << 1.0 << 0 << false;
+        QTest::newRow("near the edge") << 1e9 << 2 << true;
+        QTest::newRow("beyond the edge") << 1e12 << 4 << true;
+    }
+    void theLastLabelStaysOnTheSheet()
+    {
+        QFETCH(double, unit);
+        QFETCH(int, places);
+        QFETCH(bool, turned);
+        const auto document = documents::of(farLeft(unit));
+        document->IndirektesPrüfmerkmal().setNachkommastellen(places);
+        const DiagramData data = diagramData(*document, mDirekt, mIndirekt);
+        QCOMPARE(data.horizontal.labels.size(), std::size_t{2});
+        const Drawing drawing = diagramDrawing(data, m_measure);
+        for (const FoundText &text : found(drawing)) {
+            if (text.text == data.horizontal.labels.back())
+                QCOMPARE(text.upward, turned);
+        }
+        const double sheet = PageFormat().pageWidth() - PageFormat().leftMargin();
+        QVERIFY(drawing.extents().right <= sheet - 0.75);
     }
 
     void longLabelsGetSmallerOrTurnInsteadOfTouching_data()
