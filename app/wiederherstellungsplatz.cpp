@@ -82,8 +82,7 @@ void makeFolder(const QString &folder)
     if (error == std::errc::not_a_directory)
         throw RunTimeError(ErrorNumber::PathFileAccess);
     if (error)
-        throw RunTimeError(
-            errorNumberOf(error.default_error_condition().value(), ErrorNumber::PathFileAccess));
+        throw errorOf(error.default_error_condition().value(), ErrorNumber::PathFileAccess);
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 

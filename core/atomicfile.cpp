@@ -26,9 +26,7 @@ QString fromNative(const fs::path &path)
 
 [[noreturn]] void raise(const std::error_code &error, const QString &detail = {})
 {
-    throw RunTimeError(
-        errorNumberOf(error.default_error_condition().value(), ErrorNumber::PathFileAccess),
-        detail);
+    throw errorOf(error.default_error_condition().value(), ErrorNumber::PathFileAccess, detail);
 }
 
 // The file that a chain of symbolic links leads to, existing or not.
@@ -103,6 +101,8 @@ ErrorNumber errorNumberOf(int systemError, ErrorNumber other)
         return ErrorNumber::PathNotFound;
     case ENAMETOOLONG:
     case EISDIR:
+    case EMFILE:
+    case ENFILE:
         return ErrorNumber::PathFileAccess;
     case ENOMEM:
         return ErrorNumber::OutOfMemory;
@@ -111,6 +111,13 @@ ErrorNumber errorNumberOf(int systemError, ErrorNumber other)
     default:
         return other;
     }
+}
+
+RunTimeError errorOf(int systemError, ErrorNumber other, const QString &detail)
+{
+    const bool tooManyOpen = systemError == EMFILE || systemError == ENFILE;
+    return RunTimeError(errorNumberOf(systemError, other),
+                        tooManyOpen ? u"zu viele offene Dateien"_qs : detail);
 }
 
 fs::path nativePath(const QString &name)
@@ -161,9 +168,8 @@ void AtomicFile::openBeside()
         if (errno != EEXIST)
             break;
     }
-    throw RunTimeError(
-        errorNumberOf(errno, ErrorNumber::PathFileAccess),
-        u"im Ordner „%1“ kann keine Datei angelegt werden"_qs.arg(fromNative(folder)));
+    throw errorOf(errno, ErrorNumber::PathFileAccess,
+                  u"im Ordner „%1“ kann keine Datei angelegt werden"_qs.arg(fromNative(folder)));
 }
 
 // Gives the new file what can be kept of the old one's owner, group and permissions. What the
@@ -190,7 +196,7 @@ void AtomicFile::write(const QByteArray &bytes)
     errno = 0;
     const qint64 written = m_file.write(bytes);
     if (written != bytes.size())
-        throw RunTimeError(errorNumberOf(errno, ErrorNumber::DiskFull));
+        throw errorOf(errno, ErrorNumber::DiskFull);
     m_written += written;
 }
 
@@ -206,12 +212,12 @@ void AtomicFile::commit()
 {
     errno = 0;
     if (m_file.isOpen() && !m_file.flush())
-        throw RunTimeError(errorNumberOf(errno, ErrorNumber::DiskFull));
+        throw errorOf(errno, ErrorNumber::DiskFull);
 #ifdef Q_OS_UNIX
     // Not every file system can sync; those that fail to for lack of space or by a fault must be
     // heard.
     if (m_file.isOpen() && ::fsync(m_file.handle()) != 0 && errno != EINVAL && errno != ENOTSUP)
-        throw RunTimeError(errorNumberOf(errno, ErrorNumber::DeviceIo));
+        throw errorOf(errno, ErrorNumber::DeviceIo);
 #endif
     m_file.close();
     checkSize();

@@ -49,6 +49,9 @@ private:
 /// The number that a failed operating system call's errno stands for; \a other where there is no
 /// better one.
 ErrorNumber errorNumberOf(int systemError, ErrorNumber other);
+/// The same as an error to raise: with \a detail, or with the system's own reason where the number
+/// would lead astray without it.
+RunTimeError errorOf(int systemError, ErrorNumber other, const QString &detail = {});
 
 /// \a name as the operating system takes it. Raises 75 for a name that holds U+0000.
 std::filesystem::path nativePath(const QString &name);

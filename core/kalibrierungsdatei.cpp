@@ -54,8 +54,7 @@ void checkIsFile(const fs::path &path)
     if (error == std::errc::no_such_file_or_directory &&
         fs::is_directory(fs::absolute(path, ignored).parent_path(), ignored))
         throw RunTimeError(ErrorNumber::FileNotFound);
-    throw RunTimeError(
-        errorNumberOf(error.default_error_condition().value(), ErrorNumber::PathFileAccess));
+    throw errorOf(error.default_error_condition().value(), ErrorNumber::PathFileAccess);
 }
 
 QByteArray contentsOf(const QString &path)
@@ -64,7 +63,7 @@ QByteArray contentsOf(const QString &path)
     QFile file(path);
     errno = 0;
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        throw RunTimeError(errorNumberOf(errno, ErrorNumber::PathFileAccess));
+        throw errorOf(errno, ErrorNumber::PathFileAccess);
     if (file.size() > Kalibrierungsdatei::maximumSize)
         refuseSize(file.size());
     // The file may be longer than it says, or grow meanwhile.

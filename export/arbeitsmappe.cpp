@@ -26,18 +26,18 @@ void check(lxw_error error)
                        u"ein Inhalt passt nicht in die Tabelle (Kennzahl %1)"_qs.arg(int{error}));
 }
 
-ErrorNumber numberOf(lxw_error error, int systemError)
+RunTimeError closingError(lxw_error error, int systemError)
 {
     switch (error) {
     case LXW_ERROR_MEMORY_MALLOC_FAILED:
-        return ErrorNumber::OutOfMemory;
+        return errorOf(systemError, ErrorNumber::OutOfMemory);
     case LXW_ERROR_READING_TMPFILE:
-        return ErrorNumber::DeviceIo;
+        return errorOf(systemError, ErrorNumber::DeviceIo);
     case LXW_ERROR_CREATING_TMPFILE:
     case LXW_ERROR_CREATING_XLSX_FILE:
-        return errorNumberOf(systemError, ErrorNumber::PathFileAccess);
+        return errorOf(systemError, ErrorNumber::PathFileAccess);
     default: // packing: its one fault that is not ours is a disk without room
-        return errorNumberOf(systemError, ErrorNumber::DiskFull);
+        return errorOf(systemError, ErrorNumber::DiskFull);
     }
 }
 
@@ -53,7 +53,7 @@ Blatt::Blatt(Arbeitsmappe &mappe, const QString &name) : m_mappe(mappe), m_name(
     errno = 0;
     m_sheet = workbook_add_worksheet(mappe.handle(), name.toUtf8().constData());
     if (!m_sheet)
-        throw RunTimeError(errorNumberOf(errno, ErrorNumber::OutOfMemory));
+        throw errorOf(errno, ErrorNumber::OutOfMemory);
 }
 
 lxw_row_t Blatt::begin(int row)
@@ -209,7 +209,7 @@ void Arbeitsmappe::close()
     errno = 0;
     const lxw_error error = workbook_close(m_book.release()); // frees it in any case
     if (error != LXW_NO_ERROR)
-        throw RunTimeError(numberOf(error, errno));
+        throw closingError(error, errno);
 }
 
 void Arbeitsmappe::Free::operator()(lxw_workbook *book) const

@@ -159,13 +159,14 @@ QString Auswertungsschreiber::mindestwert() const
 }
 
 // As the program decides: R2 >= minimum - 8 epsilon * minimum, where 8 epsilon is 2^-49. By the
-// sign of a logarithm, because the spreadsheet's own comparison forgives more than that.
+// sign of a logarithm, because the spreadsheet's own comparison forgives more than that; it tells
+// numbers apart whose quotient is too large or too small to be one.
 QString Auswertungsschreiber::bedingungGut() const
 {
     const QString reached = m_plan.bestimmtheitsmasse[0].wertzelle();
     const QString minimum = mindestwert();
-    return u"IF(%1,IF(%3<=0,TRUE,IF(%2<=0,FALSE,LN(%2/(%3-2^(-49)*%3))>=0)),FALSE)"_qs.arg(
-        formeln::allesZahlen({reached, minimum}), reached, minimum);
+    return u"IF(%1,IF(%3<=0,TRUE,IF(%2<=0,FALSE,IFERROR(LN(%2/(%3-2^(-49)*%3))>=0,%2>%3))),FALSE)"_qs
+        .arg(formeln::allesZahlen({reached, minimum}), reached, minimum);
 }
 
 void Auswertungsschreiber::grundlagen()

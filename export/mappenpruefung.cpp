@@ -1,5 +1,6 @@
 #include "export/mappenpruefung.h"
 
+#include "core/atomicfile.h"
 #include "core/runtimeerror.h"
 
 #include <QByteArray>
@@ -8,6 +9,7 @@
 #include <minizip/unzip.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 #include <utility>
 
@@ -158,9 +160,10 @@ bool walk(unzFile file, const std::function<bool(const Teil &)> &visit)
 bool pruefeMappe(const QString &path, const std::map<QString, Blattumfang> &sheets,
                  const Prueffortschritt &progress)
 {
+    errno = 0;
     const Archiv archive(unzOpen64(QFile::encodeName(path).constData()));
     if (!archive)
-        throw RunTimeError(ErrorNumber::DiskFull);
+        throw errorOf(errno, ErrorNumber::DiskFull);
     std::uint64_t total = 0;
     walk(archive.get(), [&total](const Teil &part) {
         total += part.size;

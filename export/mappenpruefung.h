@@ -26,7 +26,7 @@ struct Blattumfang
 /// comes and goes, a piece can be missing anywhere. \a progress is told now and then how many bytes
 /// of how many are read; false ends the reading.
 ///
-/// \returns false when \a progress has cancelled. Raises 57 where something can't be read, 61 where
-/// something is missing.
+/// \returns false when \a progress has cancelled. Raises 57, 70, 75 or 76 where something can't be
+/// read, 61 where something is missing.
 bool pruefeMappe(const QString &path, const std::map<QString, Blattumfang> &sheets,
                  const Prueffortschritt &progress);

@@ -71,6 +71,19 @@ void zufaellig(Kalibrierung &document, unsigned seed)
     document.setZwischenergebnisseRunden(seed % 2 == 0);
 }
 
+void setzeMinimum(Kalibrierung &document, double minimum)
+{
+    document.DataStore().set(
+        u"minimales Bestimmtheitsmaß Indirektes Prüfmerkmal, Direktes Prüfmerkmal"_qs, minimum);
+}
+
+// R2 of direct and indirect is 1E-18 or so.
+void unabhaengig(Kalibrierung &document)
+{
+    setzeWerte(document, {{1, 2, 3}, {1, 2, 3}, {1, 2, 3}},
+               {{7, 8, 7}, {7, 8, 7}, {7, 8, 7.00000001}});
+}
+
 // R2 of direct and indirect is 1, the minimum lies \a steps doubles above it.
 void grenze(Kalibrierung &document, int steps)
 {
@@ -78,8 +91,7 @@ void grenze(Kalibrierung &document, int steps)
     double minimum = document.StatistikBestimmtheitsmaß(mIndirekt, mDirekt);
     for (int i = 0; i < steps; ++i)
         minimum = std::nextafter(minimum, 2.0);
-    document.DataStore().set(
-        u"minimales Bestimmtheitsmaß Indirektes Prüfmerkmal, Direktes Prüfmerkmal"_qs, minimum);
+    setzeMinimum(document, minimum);
 }
 
 void sonderzeichen(Kalibrierung &document)
@@ -189,6 +201,16 @@ std::vector<Beispiel> beispiele()
         {"minimum reached", [](K &d) { grenze(d, 0); }},
         {"minimum missed by five last bits", [](K &d) { grenze(d, 5); }},
         {"minimum missed by nine last bits", [](K &d) { grenze(d, 9); }},
+        {"R2 by the minimum too large",
+         [](K &d) {
+             gewoehnlich(d);
+             setzeMinimum(d, 1e-309);
+         }},
+        {"R2 by the minimum too small",
+         [](K &d) {
+             unabhaengig(d);
+             setzeMinimum(d, 1e308);
+         }},
         {"no point", [](K &d) { setzeText(d, u"Anzahl Prüffelder"_qs, u"0"_qs); }},
         {"one point",
          [](K &d) {

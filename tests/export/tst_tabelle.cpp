@@ -175,6 +175,9 @@ private slots:
         QTest::newRow("five bits") << QByteArray("minimum missed by five last bits") << u"gut"_qs;
         QTest::newRow("nine bits")
             << QByteArray("minimum missed by nine last bits") << u"kritisch"_qs;
+        QTest::newRow("tiny minimum") << QByteArray("R2 by the minimum too large") << u"gut"_qs;
+        QTest::newRow("huge minimum")
+            << QByteArray("R2 by the minimum too small") << u"kritisch"_qs;
         QTest::newRow("not computed") << QByteArray("nothing entered") << u"kritisch"_qs;
     }
     void verdictIsAFormulaAndThatOfTheProgram()

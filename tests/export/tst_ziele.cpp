@@ -1,5 +1,6 @@
 // Targets that can't be written, interrupted writing, a C library that writes numbers with a comma.
 
+#include "export/mappenpruefung.h"
 #include "export/tabellenausgabe.h"
 #include "tests/export/beispiele.h"
 #include "tests/export/mappenleser.h"
@@ -73,6 +74,19 @@ int imKind(const std::function<int()> &work)
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// As imKind(), where no more than \a count further files can be open.
+int mitWenigenDateien(int count, const std::function<int()> &work)
+{
+    return imKind([&] {
+        const int next = dup(0);
+        for (int handle = next; handle < next + count; ++handle)
+            close(handle); // also what was open behind a gap
+        const auto limit = static_cast<rlim_t>(next + count);
+        const rlimit both{limit, limit};
+        return next >= 0 && setrlimit(RLIMIT_NOFILE, &both) == 0 ? work() : -1;
+    });
 }
 #endif
 
@@ -181,6 +195,37 @@ private slots:
         QCOMPARE(code, 61);
         QCOMPARE(inhalt(target), QByteArray("old"));
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    }
+
+    void tooFewFilesAreNamedAndLeaveTheOldFile()
+    {
+        QTemporaryDir folder;
+        const QString target = folder.filePath(u"a.xlsx"_qs);
+        const auto document = dokument("ordinary");
+        constexpr int enough = 12;
+        int failed = 0;
+        for (int count = 0; count <= enough; ++count) {
+            QVERIFY(lege(target, "old"));
+            const int code = mitWenigenDateien(count, [&] { return schreibe(*document, target); });
+            if (code == 0)
+                break;
+            QCOMPARE(code, 75);
+            QCOMPARE(inhalt(target), QByteArray("old"));
+            QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+            ++failed;
+        }
+        QVERIFY2(failed >= 6 && failed < enough, QByteArray::number(failed).constData());
+        // Other files may be opened while this one is written.
+        QCOMPARE(mitWenigenDateien(0,
+                                   [&] {
+                                       try {
+                                           pruefeMappe(target, {}, [](auto, auto) { return true; });
+                                           return 0;
+                                       } catch (const RunTimeError &error) {
+                                           return int{error.number()};
+                                       }
+                                   }),
+                 75);
     }
 
     void numbersHaveAPointUnderAGermanCLocale()

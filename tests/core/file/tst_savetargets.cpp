@@ -301,7 +301,14 @@ void SaveTargetsTest::system_errors_have_their_numbers()
     QCOMPARE(errorNumberOf(EISDIR, other), ErrorNumber::PathFileAccess);
     QCOMPARE(errorNumberOf(ENOMEM, other), ErrorNumber::OutOfMemory);
     QCOMPARE(errorNumberOf(EIO, other), ErrorNumber::DeviceIo);
+    QCOMPARE(errorNumberOf(EMFILE, other), ErrorNumber::PathFileAccess);
+    QCOMPARE(errorNumberOf(ENFILE, other), ErrorNumber::PathFileAccess);
     QCOMPARE(errorNumberOf(0, other), other);
+    for (const int tooMany : {EMFILE, ENFILE})
+        QCOMPARE(errorOf(tooMany, other, u"im Ordner"_qs).description(),
+                 u"Fehler beim Zugriff auf Pfad/Datei: zu viele offene Dateien"_qs);
+    QCOMPARE(errorOf(ENOSPC, other, u"im Ordner"_qs).description(),
+             u"Datenträger voll: im Ordner"_qs);
 }
 
 REGISTER_TEST(SaveTargetsTest)
