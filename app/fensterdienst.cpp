@@ -3,6 +3,7 @@
 #include "app/wiederherstellung.h"
 #include "core/runtimeerror.h"
 #include "protocol/windows/frmprotocollextradata.h"
+#include "protocol/windows/haltoffen.h"
 #include "wizard/frmassistent.h"
 #include "wizard/frmcalcoptions.h"
 #include "wizard/frminfo.h"
@@ -45,13 +46,15 @@ void Fensterdienst::showForm(QObject *form, bool modal, QObject *parentForm)
     if (!window)
         throw RunTimeError(ErrorNumber::InvalidProcedureCall);
     window->setAttribute(Qt::WA_DeleteOnClose);
-    if (auto *owner = qobject_cast<QWidget *>(parentForm))
+    auto *owner = qobject_cast<QWidget *>(parentForm);
+    if (owner)
         window->setParent(owner, window->windowFlags() | Qt::Window);
     if (!modal) {
         window->show();
         return;
     }
     window->setWindowModality(parentForm ? Qt::WindowModal : Qt::ApplicationModal);
+    const HaltOffen open(owner);
     QEventLoop untilClosed;
     QObject::connect(window, &QObject::destroyed, &untilClosed, &QEventLoop::quit);
     window->show();

@@ -1,6 +1,7 @@
 #include "app/wiederherstellungsfrage.h"
 
 #include "core/produkt.h"
+#include "protocol/windows/haltoffen.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -29,6 +30,7 @@ Wiederherstellung::Antwort frageNachWiederherstellung(QWidget *owner,
                                                       const Wiederherstellung::Fund &found,
                                                       const QLocale &locale)
 {
+    const HaltOffen open(owner);
     QMessageBox box(owner);
     box.setWindowTitle(produkt::name());
     box.setIcon(QMessageBox::Question);

@@ -96,7 +96,12 @@ Cell plainCell(const QString &text, qsizetype at)
 
 QString typed(const QString &text)
 {
-    return lines(text).join(u'\n').replace(u'\t', u"  "_qs);
+    QStringView kept = text;
+    while (!kept.isEmpty() && isSeparator(kept.front()))
+        kept = kept.sliced(1);
+    while (!kept.isEmpty() && (isSeparator(kept.back()) || isLineBreak(kept.back())))
+        kept.chop(1);
+    return lines(kept.toString()).join(u'\n').replace(u'\t', u"  "_qs);
 }
 
 QStringList lines(const QString &text)

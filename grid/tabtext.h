@@ -11,10 +11,10 @@ namespace tabtext {
 /// Control characters other than tabs are treated as in typed().
 QStringList lines(const QString &text);
 
-/// What a one-line editor holds after typing or pasting into it: line breaks at its end are
-/// dropped, others become "\n". What separates words becomes two blanks, for a single one may stand
-/// inside of a number: tabs, vertical tabs, form feeds, next-line characters. Other control
-/// characters are dropped.
+/// What a one-line editor holds after typing or pasting into it: line breaks become "\n". What
+/// separates words becomes two blanks, for a single one may stand inside of a number: tabs,
+/// vertical tabs, form feeds, next-line characters. Both are dropped where they separate nothing,
+/// and so are other control characters.
 QString typed(const QString &text);
 
 /// Reads the cells of a text as spreadsheets write it: one line break at its end adds no row. A

@@ -1,5 +1,6 @@
 #include "wizard/qtdialogs.h"
 
+#include "protocol/windows/haltoffen.h"
 #include "protocol/windows/savetarget.h"
 
 #include <QGuiApplication>
@@ -36,6 +37,7 @@ const QString suffix = QStringLiteral(".xml");
 
 void QtDialogs::message(QWidget *owner, Icon icon, const QString &title, const QString &text)
 {
+    const HaltOffen open(owner);
     QMessageBox box(owner);
     prepare(box, title, text);
     box.setIcon(qtIcon(icon));
@@ -45,6 +47,7 @@ void QtDialogs::message(QWidget *owner, Icon icon, const QString &title, const Q
 
 Dialogs::Answer QtDialogs::question(QWidget *owner, const QString &title, const QString &text)
 {
+    const HaltOffen open(owner);
     QMessageBox box(owner);
     prepare(box, title, text);
     box.setIcon(QMessageBox::Question);
@@ -63,6 +66,7 @@ Dialogs::Answer QtDialogs::question(QWidget *owner, const QString &title, const 
 
 Dialogs::Conflict QtDialogs::conflict(QWidget *owner, const QString &title, const QString &text)
 {
+    const HaltOffen open(owner);
     QMessageBox box(owner);
     prepare(box, title, text);
     box.setIcon(QMessageBox::Warning);
@@ -79,6 +83,7 @@ Dialogs::Conflict QtDialogs::conflict(QWidget *owner, const QString &title, cons
 
 std::optional<QString> QtDialogs::openFileName(QWidget *owner, const QString &startAt)
 {
+    const HaltOffen open(owner);
     FileDialog dialog(owner, {u"Kalibrierung öffnen"_qs, kindOfFile, suffix, startAt});
     dialog.setFileMode(QFileDialog::ExistingFile);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
@@ -88,6 +93,7 @@ std::optional<QString> QtDialogs::openFileName(QWidget *owner, const QString &st
 
 std::optional<QString> QtDialogs::saveFileName(QWidget *owner, const QString &preset)
 {
+    const HaltOffen open(owner);
     const QString path =
         chooseSaveTarget(owner, {u"Kalibrierung speichern unter"_qs, kindOfFile, suffix, preset});
     return path.isEmpty() ? std::nullopt : std::optional(path);

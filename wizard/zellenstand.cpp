@@ -28,7 +28,8 @@ void Zellenstand::typeNumber(int row, int col, const QString &typed, const Value
                              std::optional<double> stored)
 {
     const auto filled = m_rows.find(row);
-    if (filled == m_rows.end())
+    // An editor that was only opened and closed hands back what the cell showed.
+    if (filled == m_rows.end() || typed == text(row, col))
         return;
     const auto number = [&](const QString &text) {
         const Values::Reading reading = values.read(text);

@@ -33,8 +33,8 @@ public:
     /// Whether the text of the cell is to be written back; false for a row that was never needed.
     bool isChanged(int row, int col) const;
 
-    /// To be told of every number, as it was typed or pasted, before it gets its form. \a stored is
-    /// the value in the document, if that is a number.
+    /// To be told of every number, as it was typed or pasted, before it gets its form and while the
+    /// cell has its old text. \a stored is the value in the document, if that is a number.
     void typeNumber(int row, int col, const QString &typed, const Values &values,
                     std::optional<double> stored);
     /// The document has the text of the cell now.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "protocol/pages/protocolrun.h"
+#include "protocol/windows/haltoffen.h"
 #include "protocol/windows/slices.h"
 
 #include <QMainWindow>
@@ -75,9 +76,11 @@ private:
 
     ProtocolOptions options() const;
     /// Composing waits while \a dialog runs, so that its failure is not reported over it.
+    /// The window stays.
     template <typename Dialog>
     auto ask(const Dialog &dialog)
     {
+        const HaltOffen open(this);
         m_slices.hold();
         const auto release = qScopeGuard([this] { m_slices.release(); });
         return dialog();

@@ -97,6 +97,7 @@ void TestTabText::typedTextsAreOneLineWithTwoBlanksBetweenValues_data()
     QTest::newRow("two cells") << u"45\t120\r\n"_qs << u"45  120"_qs;
     QTest::newRow("two lines") << u"45\r120"_qs << u"45\n120"_qs;
     QTest::newRow("vertical tab") << u"45\v120"_qs << u"45  120"_qs;
+    QTest::newRow("separating nothing") << u"\tFeld A\v\r\n\t"_qs << u"Feld A"_qs;
     QTest::newRow("other controls go") << u"4\u00075"_qs << u"45"_qs;
     QTest::newRow("an empty first line") << u"\r\na"_qs << u"\na"_qs;
 }

@@ -15,6 +15,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStatusBar>
@@ -793,6 +794,29 @@ private slots:
         QTRY_VERIFY(preview.isProgressShown());
         preview.window.close();
         QVERIFY(!preview.window.isBusy());
+    }
+
+    void aWindowThatWaitsForItsDialogIsNotClosed()
+    {
+        QWidget owner;
+        owner.show();
+        FakeServices services;
+        const auto document = documents::good();
+        auto *window = new frmProtocollPreview(services, false, &owner);
+        const QPointer<frmProtocollPreview> alive(window);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->setKalibrierung(*document);
+        window->show();
+        services.whilePdfDialog = [&] { // as the end of a session does
+            QVERIFY(!owner.close() && !window->close());
+            QCoreApplication::processEvents();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QVERIFY(alive);
+        };
+        window->tbProtokoll_ButtonClick(u"pdf"_qs);
+        QCOMPARE(services.pdfSuggestions.size(), 1);
+        QVERIFY(window->close());
+        QTRY_VERIFY(!alive);
     }
 
     void everyControlHasItsOwnNameForScreenReaders()

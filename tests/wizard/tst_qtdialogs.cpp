@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -42,6 +43,8 @@ private slots:
     void dialogsStartInAFolderThatExists_data();
     void dialogsStartInAFolderThatExists();
     void cancelledFileDialogsGiveNothing();
+    void windowThatWaitsForItsDialogIsNotClosed_data();
+    void windowThatWaitsForItsDialogIsNotClosed();
     void failureHasOneForm_data();
     void failureHasOneForm();
     void numberZeroShowsNoBox();
@@ -470,6 +473,42 @@ struct Recorder : QtDialogs
 };
 
 } // namespace
+
+void TestQtDialogs::windowThatWaitsForItsDialogIsNotClosed_data()
+{
+    using Ask = std::function<void(QtDialogs &, QWidget *)>;
+    QTest::addColumn<Ask>("ask");
+    QTest::newRow("message") << Ask([](QtDialogs &dialogs, QWidget *owner) {
+        dialogs.message(owner, Dialogs::Icon::Information, {}, u"Text"_qs);
+    });
+    QTest::newRow("question") << Ask(
+        [](QtDialogs &dialogs, QWidget *owner) { dialogs.question(owner, {}, u"Text"_qs); });
+    QTest::newRow("conflict") << Ask(
+        [](QtDialogs &dialogs, QWidget *owner) { dialogs.conflict(owner, {}, u"Text"_qs); });
+    QTest::newRow("file to open") << Ask(
+        [](QtDialogs &dialogs, QWidget *owner) { dialogs.openFileName(owner, {}); });
+    QTest::newRow("file to save to")
+        << Ask([](QtDialogs &dialogs, QWidget *owner) { dialogs.saveFileName(owner, {}); });
+}
+
+void TestQtDialogs::windowThatWaitsForItsDialogIsNotClosed()
+{
+    QFETCH(std::function<void(QtDialogs &, QWidget *)>, ask);
+    auto *owner = new QWidget;
+    const QPointer<QWidget> alive(owner);
+    owner->setAttribute(Qt::WA_DeleteOnClose);
+    owner->show();
+    whenShown<QDialog>([&](QDialog &box) { // as the end of a session does
+        QVERIFY(!owner->close());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(alive);
+        box.reject();
+    });
+    QtDialogs dialogs;
+    ask(dialogs, owner);
+    QVERIFY(alive && owner->close());
+    QTRY_VERIFY(!alive);
+}
 
 void TestQtDialogs::failureHasOneForm_data()
 {

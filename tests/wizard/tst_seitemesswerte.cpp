@@ -286,6 +286,9 @@ void TestSeiteMesswerte::anotherValueOfTheSameTextIsStored()
     f.type(valuesGrid, 1, direct, u"97,457"_qs);
     const Arbeitsstand unsaved = f.window->work();
     QCOMPARE(unsaved.entries.size(), 1);
+    f.grid(valuesGrid).setCell(1, direct); // opened and closed again, it stays so
+    QTest::keyClick(f.grid(valuesGrid).table(), Qt::Key_Return);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     f.click(u"cmdNext"_qs);
     QCOMPARE(f.document.values().text(f.document.Messwert(pmDirekt, 1, 1)), u"97,46"_qs);
     QVERIFY(f.document.IsDirty());

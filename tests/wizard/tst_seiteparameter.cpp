@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
@@ -46,6 +47,7 @@ private slots:
     void unreadableFileValuesAreRefusedForwardOnly();
     void goodStepStoresEverything();
     void backKeepsWhatCannotBeStored();
+    void pastedControlCharactersAreNotTaken();
     void oddTextsSurvive_data();
     void oddTextsSurvive();
     void placesInBothLocales_data();
@@ -590,6 +592,20 @@ void TestSeiteParameter::backKeepsWhatCannotBeStored()
     QCOMPARE(f.document.PrüffelderAnzahl(), 3);
     QCOMPARE(f.document.DirektesPrüfmerkmal().Nachkommastellen(), 2);
     QCOMPARE(f.document.DirektesPrüfmerkmal().Name(), u"behalten"_qs);
+}
+
+void TestSeiteParameter::pastedControlCharactersAreNotTaken()
+{
+    WizardFixture f;
+    f.open();
+    auto *box = f.find<QComboBox>(u"cboDirektesPrüfmerkmal"_qs);
+    box->lineEdit()->setText(u"[]"_qs);
+    box->lineEdit()->setCursorPosition(1);
+    QGuiApplication::clipboard()->setText(u"\u0001a\vb\u0007"_qs);
+    QTest::keyClick(box->lineEdit(), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(box->currentText(), u"[a  b]"_qs);
+    QTest::keyClicks(box->lineEdit(), u"c"_qs);
+    QCOMPARE(box->currentText(), u"[a  bc]"_qs);
 }
 
 void TestSeiteParameter::oddTextsSurvive_data()

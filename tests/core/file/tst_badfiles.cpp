@@ -19,6 +19,7 @@ namespace {
 
 const QLocale german(QLocale::German, QLocale::Germany);
 
+#if !defined(__SANITIZE_ADDRESS__)
 // The process gets no more memory than it uses and \a more bytes; false where its size is not
 // known.
 bool limitMemory(rlim_t more)
@@ -39,6 +40,7 @@ void liftMemoryLimit()
     limit.rlim_cur = limit.rlim_max;
     ::setrlimit(RLIMIT_AS, &limit);
 }
+#endif
 
 } // namespace
 
