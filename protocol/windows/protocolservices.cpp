@@ -7,6 +7,21 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QScopeGuard>
+
+namespace {
+
+QtMessageHandler otherMessages = nullptr;
+
+// Where no printer is installed Qt calls its page set-up useless, on the terminal. It is not: the
+// sheet is the preview's and the PDF's as well.
+void passOnMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (!message.startsWith(u"QPageSetupDialog: Cannot be used on non-native printers"_qs))
+        otherMessages(type, context, message);
+}
+
+} // namespace
 
 void PlatformProtocolServices::message(QWidget *parent, Icon icon, const QString &title,
                                        const QString &text)
@@ -33,6 +48,8 @@ bool PlatformProtocolServices::choosePrinter(QPrinter &printer,
 
 bool PlatformProtocolServices::setUpPrinter(QPrinter &printer, QWidget *parent)
 {
+    otherMessages = qInstallMessageHandler(passOnMessage);
+    const auto restore = qScopeGuard([] { qInstallMessageHandler(otherMessages); });
     QPageSetupDialog dialog(&printer, parent);
     return dialog.exec() == QDialog::Accepted;
 }

@@ -25,8 +25,8 @@ TEXTS = ("", " ", "3", "4", "7", "12", "99,5", "1.234,5", "0,65", "-4", "1,5", "
          "Prüffeld 3", "1,2E-03", "--")
 FILE_DIALOGS = (OPENING, SAVING, "Als PDF speichern", "Export nach MS Excel")
 WELCOME_BOX = "Diese Seite nicht mehr anzeigen."
-# The first two lead out of the program into the system's own windows; the page of the box is where to come back to.
-NOT_PRESSED = ("Drucken ...", "Drucker einrichten ...", WELCOME_BOX)
+# The first leads out of the program into the system's own windows; the page of the box is where to come back to.
+NOT_PRESSED = ("Drucken ...", WELCOME_BOX)
 FRAME_BUTTON = "Schließen"  # of the main window: ends the program
 TABLE_KEYS = ("Up", "Down", "Left", "Right", "Page_Down", "Page_Up", "Home", "End", "Tab", "F2", "Delete", "Return",
               "ctrl+c", "ctrl+x", "ctrl+v", "ctrl+a", "shift+Down", "Escape")

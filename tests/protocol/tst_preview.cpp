@@ -10,6 +10,7 @@
 #include "tests/support/testregistry.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -17,10 +18,12 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QWheelEvent>
@@ -612,6 +615,22 @@ private slots:
         const PageFormat &format = preview.stack().pages().front()->format;
         QVERIFY(std::abs(format.sheetWidth - 29.7) < 0.05);
         QVERIFY(std::abs(format.sheetHeight - 21.0) < 0.05);
+    }
+
+    void theSetUpDialogIsQuietAlsoWithoutAPrinter()
+    {
+        QTest::failOnWarning(QRegularExpression(u"QPageSetupDialog"_qs));
+        QPrinter printer; // without a printer of the system's it writes a file
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        bool shown = false;
+        QTimer::singleShot(50, this, [&shown] {
+            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            shown = dialog;
+            if (dialog)
+                dialog->accept();
+        });
+        QVERIFY(PlatformProtocolServices().setUpPrinter(printer, nullptr));
+        QVERIFY(shown);
     }
 
     void aCancelledSetUpKeepsTheSheet()
