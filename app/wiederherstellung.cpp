@@ -27,10 +27,7 @@ Wiederherstellung::Wiederherstellung(Umgebung environment, Dialogs &dialogs)
     connect(&m_timer, &QTimer::timeout, this, &Wiederherstellung::check);
 }
 
-Wiederherstellung::~Wiederherstellung()
-{
-    end();
-}
+Wiederherstellung::~Wiederherstellung() = default;
 
 void Wiederherstellung::watch(Kalibrierung &document, frmAssistent &window)
 {

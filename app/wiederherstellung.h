@@ -46,7 +46,7 @@ public:
     };
 
     Wiederherstellung(Umgebung environment, Dialogs &dialogs);
-    /// An orderly end.
+    /// Leaves what is kept: an orderly end is told by the window, which asks before it closes.
     ~Wiederherstellung() override;
 
     /// Keeps the work in \a window, which shows \a document, from now on.

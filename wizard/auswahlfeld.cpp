@@ -13,22 +13,17 @@ Auswahlfeld::Auswahlfeld(QWidget *parent) : QComboBox(parent)
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setAcceptDrops(false); // a file that is dropped here is for the window
     lineEdit()->setAcceptDrops(false);
-    // What can't be seen is not taken over from other programs, and no file could hold it.
-    connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString &entered) {
-        const QString kept = tabtext::typed(entered);
-        if (kept == entered)
-            return;
-        const int behind = static_cast<int>(entered.size()) - lineEdit()->cursorPosition();
-        setEditText(kept);
-        lineEdit()->setCursorPosition(static_cast<int>(kept.size()) - behind);
-    });
+    connect(lineEdit(), &QLineEdit::textEdited, this, [this] { m_edited = true; });
     // A long name shows from its beginning, whoever has put it there.
-    connect(this, &QComboBox::activated, this, [this] { lineEdit()->setCursorPosition(0); });
+    connect(this, &QComboBox::activated, this, [this] {
+        m_edited = false;
+        lineEdit()->setCursorPosition(0);
+    });
 }
 
 void Auswahlfeld::addPreset(const QString &entry)
 {
-    const QString before = text();
+    const QString before = currentText();
     const int index = currentIndex();
     addItem(entry);
     setCurrentIndex(index);
@@ -36,8 +31,15 @@ void Auswahlfeld::addPreset(const QString &entry)
     lineEdit()->setCursorPosition(0);
 }
 
+QString Auswahlfeld::text() const
+{
+    // Not while it is being edited: what is undone would be gone.
+    return m_edited ? tabtext::typed(currentText()) : currentText();
+}
+
 void Auswahlfeld::setText(const QString &text)
 {
+    m_edited = false;
     setCurrentIndex(findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
     setEditText(text);
     lineEdit()->setCursorPosition(0);

@@ -11,13 +11,17 @@ public:
 
     /// Adds \a entry to the list and leaves the text as it is.
     void addPreset(const QString &entry);
-    /// The text, whether it is one of the list or not.
+    /// The text, whether it is one of the list or not. What was typed or pasted comes without
+    /// characters that can't be seen: no file could hold them.
     void setText(const QString &text);
-    QString text() const { return currentText(); }
+    QString text() const;
 
     /// Assistive technology reads a combo box's text as its name, so the line edit carries \a name.
     void setAccessibleTexts(const QString &name);
 
 protected:
     void wheelEvent(QWheelEvent *event) override;
+
+private:
+    bool m_edited = false; ///< by hand, since the text was set or chosen
 };

@@ -52,6 +52,13 @@ public:
         recovery->watch(document, *window);
     }
 
+    /// Closes the window as a user does who wants nothing of it.
+    void end()
+    {
+        dialogs.answers = {Dialogs::Answer::No};
+        window->close();
+    }
+
     QStringList files() const { return filesIn(folderOfRecovery); }
     static QStringList filesIn(const QString &folder)
     {

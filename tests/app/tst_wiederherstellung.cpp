@@ -40,6 +40,7 @@ private slots:
     void cancelledQuestionForgetsNothing();
     void orderlyEndForgets_data();
     void orderlyEndForgets();
+    void endWithoutAnAnswerForgetsNothing();
     void failureIsToldOnceAndDisturbsNothing();
     void workIsKeptAgainWhenItCanBe();
     void whatIsClearedAwayIsMadeAgain_data();
@@ -494,7 +495,6 @@ void TestWiederherstellung::orderlyEndForgets_data()
     QTest::addColumn<int>("answer");
     QTest::newRow("closed, not wanted") << int(Dialogs::Answer::No);
     QTest::newRow("closed, saved") << int(Dialogs::Answer::Yes);
-    QTest::newRow("the program ends") << int(Dialogs::Answer::Cancel);
 }
 
 void TestWiederherstellung::orderlyEndForgets()
@@ -507,13 +507,22 @@ void TestWiederherstellung::orderlyEndForgets()
     run.recovery->check();
     QCOMPARE(run.files().size(), 1);
     run.dialogs.answers = {static_cast<Dialogs::Answer>(answer)};
-    if (answer == int(Dialogs::Answer::Cancel))
-        run.recovery.reset();
-    else
-        run.window->close();
+    run.window->close();
     QVERIFY(QDir(run.folderOfRecovery).isEmpty()); // the lock is gone as well
     QCoreApplication::processEvents();
     QVERIFY(QDir(run.folderOfRecovery).isEmpty());
+}
+
+void TestWiederherstellung::endWithoutAnAnswerForgetsNothing()
+{
+    const QTemporaryDir disk;
+    Programmlauf run(3, disk.filePath(u"w"_qs));
+    run.start();
+    run.type(valuesGrid, 1, 2, u"9"_qs);
+    run.recovery->check();
+    const QStringList kept = run.files();
+    run.recovery.reset(); // as when the session ends the program
+    QCOMPARE(QDir(run.folderOfRecovery).entryList(QDir::Files), kept); // and no lock
 }
 
 void TestWiederherstellung::failureIsToldOnceAndDisturbsNothing()
@@ -617,6 +626,7 @@ void TestWiederherstellung::anEndWithoutItsLockIsQuiet()
         run.type(valuesGrid, 1, 2, u"9"_qs);
         run.recovery->check();
         run.removeLock();
+        run.end();
     }
     QVERIFY(QDir(disk.filePath(u"w"_qs)).isEmpty());
 }

@@ -255,6 +255,7 @@ void TestWiederherstellungsangebot::twoProgramsKeepTheirOwnFiles()
         two.type(valuesGrid, 1, 2, u"8"_qs);
         two.recovery->check();
         QCOMPARE(two.files().size(), 2);
+        two.end();
     }
     QCOMPARE(one.files(), ofOne);
 }
@@ -403,6 +404,8 @@ void TestWiederherstellungsangebot::placeThatAnotherProgramHasTakenIsItsOwn()
             run.find<QAction>(u"mf_save"_qs)->trigger();
             QCoreApplication::processEvents();
             QCOMPARE(run.files().size(), 1);
+        } else {
+            run.end();
         }
     }
     QCOMPARE(next.files().size(), 1);

@@ -500,6 +500,9 @@ void TestQtDialogs::windowThatWaitsForItsDialogIsNotClosed()
     owner->show();
     whenShown<QDialog>([&](QDialog &box) { // as the end of a session does
         QVERIFY(!owner->close());
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &quit);
+        QVERIFY(!quit.isAccepted() && box.isVisible());
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(alive);
         box.reject();
