@@ -174,7 +174,8 @@ Wiederherstellungsplatz::Sperre Wiederherstellungsplatz::ownerOfLock() const
 
 bool Wiederherstellungsplatz::isIntact() const
 {
-    return QFileInfo::exists(m_path) && (!m_lock->isLocked() || ownerOfLock() == Sperre::Eigen);
+    // A write that found no room leaves an empty file where there was none.
+    return QFileInfo(m_path).size() > 0 && (!m_lock->isLocked() || ownerOfLock() == Sperre::Eigen);
 }
 
 // Qt complains on the terminal about a lock that is gone, so it gets one to remove.

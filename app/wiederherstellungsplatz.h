@@ -30,7 +30,7 @@ public:
     Q_DISABLE_COPY_MOVE(Wiederherstellungsplatz)
 
     const QString &path() const { return m_path; }
-    /// Whether the file and the lock beside it are still there.
+    /// Whether the file, with something in it, and the lock beside it are still there.
     bool isIntact() const;
     /// To be called before the file is written: locks the place again where the lock beside it is
     /// missing, which a clean-up may have removed, with the folder even. \returns false where

@@ -31,6 +31,7 @@ private slots:
     void lockThatIsJustBeingFilledIsRespected();
     void diskThatTakesNothingHidesNothing_data();
     void diskThatTakesNothingHidesNothing();
+    void clearedAwayWorkIsKeptAgainOnceThereIsRoom();
     void discardedWorkInAProtectedFolderIsNotOfferedAgain();
     void placeThatAnotherProgramHasTakenIsItsOwn_data();
     void placeThatAnotherProgramHasTakenIsItsOwn();
@@ -351,6 +352,27 @@ void TestWiederherstellungsangebot::diskThatTakesNothingHidesNothing()
     run.recovery->check(); // and now there is room again
     QVERIFY(!run.find<QLabel>(u"labHinweis"_qs)->isVisible());
     QCOMPARE(QDir(folder).entryList(QDir::Files).size(), 2); // with its lock
+}
+
+void TestWiederherstellungsangebot::clearedAwayWorkIsKeptAgainOnceThereIsRoom()
+{
+    const QTemporaryDir disk;
+    const QString folder = disk.filePath(u"w"_qs);
+    Programmlauf run(3, folder);
+    run.start();
+    run.type(valuesGrid, 1, 2, u"9"_qs);
+    run.recovery->check();
+    const QString path = folder + u'/' + run.files().value(0);
+    const qint64 size = QFileInfo(path).size();
+    QVERIFY(size > 0 && QFile::remove(path));
+    {
+        const DiskThatTakesNothing full(true);
+        if (!full.isSo())
+            QSKIP("no such limit here");
+        run.recovery->check();
+    }
+    run.recovery->check(); // without a further change
+    QCOMPARE(QFileInfo(path).size(), size);
 }
 
 void TestWiederherstellungsangebot::discardedWorkInAProtectedFolderIsNotOfferedAgain()
