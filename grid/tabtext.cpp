@@ -39,12 +39,20 @@ qsizetype behindLineBreak(const QString &text, qsizetype at)
     return at + (two ? 2 : 1);
 }
 
+// Without what separates nothing.
+QStringView trimmed(QStringView text)
+{
+    const auto isBetween = [](QChar c) { return isSeparator(c) || isLineBreak(c); };
+    while (!text.isEmpty() && isSeparator(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isBetween(text.back()))
+        text.chop(1);
+    return text;
+}
+
 QString withoutControls(QStringView text)
 {
-    while (!text.isEmpty() && isSeparator(text.front())) // separates nothing
-        text = text.sliced(1);
-    while (!text.isEmpty() && isSeparator(text.back()))
-        text.chop(1);
+    text = trimmed(text);
     if (std::none_of(text.begin(), text.end(), isControl))
         return text.toString();
     QString kept;
@@ -96,12 +104,7 @@ Cell plainCell(const QString &text, qsizetype at)
 
 QString typed(const QString &text)
 {
-    QStringView kept = text;
-    while (!kept.isEmpty() && isSeparator(kept.front()))
-        kept = kept.sliced(1);
-    while (!kept.isEmpty() && (isSeparator(kept.back()) || isLineBreak(kept.back())))
-        kept.chop(1);
-    return lines(kept.toString()).join(u'\n').replace(u'\t', u"  "_qs);
+    return lines(trimmed(text).toString()).join(u'\n').replace(u'\t', u"  "_qs);
 }
 
 QStringList lines(const QString &text)
