@@ -15,10 +15,7 @@ Auswahlfeld::Auswahlfeld(QWidget *parent) : QComboBox(parent)
     lineEdit()->setAcceptDrops(false);
     connect(lineEdit(), &QLineEdit::textEdited, this, [this] { m_edited = true; });
     // A long name shows from its beginning, whoever has put it there.
-    connect(this, &QComboBox::activated, this, [this] {
-        m_edited = false;
-        lineEdit()->setCursorPosition(0);
-    });
+    connect(this, &QComboBox::activated, this, [this] { lineEdit()->setCursorPosition(0); });
 }
 
 void Auswahlfeld::addPreset(const QString &entry)
@@ -34,11 +31,12 @@ void Auswahlfeld::addPreset(const QString &entry)
 QString Auswahlfeld::text() const
 {
     // Not while it is being edited: what is undone would be gone.
-    return m_edited ? tabtext::typed(currentText()) : currentText();
+    return m_edited && currentText() != m_set ? tabtext::typed(currentText()) : currentText();
 }
 
 void Auswahlfeld::setText(const QString &text)
 {
+    m_set = text;
     m_edited = false;
     setCurrentIndex(findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
     setEditText(text);

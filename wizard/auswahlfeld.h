@@ -23,5 +23,6 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
-    bool m_edited = false; ///< by hand, since the text was set or chosen
+    QString m_set;         ///< the last text that was set
+    bool m_edited = false; ///< by hand, since then
 };

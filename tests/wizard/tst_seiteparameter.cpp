@@ -1,5 +1,6 @@
 #include "tests/support/testregistry.h"
 #include "tests/wizard/fakes.h"
+#include "wizard/auswahlfeld.h"
 #include "wizard/zahlenfeld.h"
 
 #include <QAbstractItemView>
@@ -48,6 +49,7 @@ private slots:
     void goodStepStoresEverything();
     void backKeepsWhatCannotBeStored();
     void pastedControlCharactersAreNotTaken();
+    void undoneTypingIsNoChange();
     void oddTextsSurvive_data();
     void oddTextsSurvive();
     void placesInBothLocales_data();
@@ -610,6 +612,16 @@ void TestSeiteParameter::pastedControlCharactersAreNotTaken()
     f.find<QPushButton>(u"cmdNext"_qs)->click();
     QCOMPARE(f.activePage(), 2);
     QCOMPARE(f.document.DirektesPrüfmerkmal().Name(), u"[a  b]"_qs);
+}
+
+void TestSeiteParameter::undoneTypingIsNoChange()
+{
+    Auswahlfeld box;
+    box.setText(u"a\tb"_qs); // as another program may have put it into the file
+    QTest::keyClicks(box.lineEdit(), u"x"_qs);
+    QVERIFY(box.text() != u"a\tb"_qs);
+    QTest::keyClick(box.lineEdit(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(box.text(), u"a\tb"_qs);
 }
 
 void TestSeiteParameter::oddTextsSurvive_data()
