@@ -149,19 +149,26 @@ class Program:
 
     def window(self, title=None):
         """Waits until the window of that title, or the one in front, has the keyboard."""
+        def wanted():
+            return [window for window in self.windows() if title in (None, window.get_name())][-1:]
+        return self._wait_for_keyboard(wanted, f"the window „{title or 'in front'}“ has the keyboard")
+
+    def _wait_for_keyboard(self, wanted, what):
+        """Waits until one of the windows that wanted tells has the keyboard. Returns it."""
         missed_since = None
 
         def found():
             nonlocal missed_since
-            wanted = [window for window in self.windows() if title in (None, window.get_name())][-1:]
-            if wanted and wanted[0] == self.active_window():
-                return wanted[0]
-            missed_since = (missed_since or time.monotonic()) if wanted else None
-            if wanted and time.monotonic() - missed_since > MISSED_SECONDS:
-                self._choose_window(wanted[0])
+            windows = wanted()
+            active = self.active_window()
+            if active in windows:
+                return active
+            missed_since = (missed_since or time.monotonic()) if windows else None
+            if windows and time.monotonic() - missed_since > MISSED_SECONDS:
+                self._choose_window(windows[-1])
                 missed_since = None
             return None
-        return self.wait_until(found, f"the window „{title or 'in front'}“ has the keyboard")
+        return self.wait_until(found, what)
 
     def _choose_window(self, window):
         """Makes a window active as a click into it would. When two boxes close at once, the window manager may leave
@@ -198,7 +205,9 @@ class Program:
                 for row in range(Atspi.Table.get_n_rows(table))]
 
     def keys(self, *names):
-        """Presses keys: "Return", "ctrl+s", "alt+d"."""
+        """Presses keys: "Return", "ctrl+s", "alt+d". Waits for a window to take them: between one that goes and the
+        next that gets the keyboard they would be lost."""
+        self._wait_for_keyboard(self.windows, "a window has the keyboard")
         assert self.begin_keys(*names).wait() == 0, f"these keys can't be pressed: {names}"
 
     def begin_keys(self, *names):
