@@ -1,7 +1,6 @@
 #include "batch/ausgabeziele.h"
 #include "tests/support/testregistry.h"
 
-#include <QElapsedTimer>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
@@ -48,15 +47,12 @@ private slots:
             QStringList({u"z/5%2 %1.pdf"_qs, u"z/5%2 %1 (2).pdf"_qs}));
     }
 
-    // Counting from 2 again for every file would take minutes.
+    // Counting from 2 again for every file would take longer than a test may.
     void manyEqualNamesTakeNoTime()
     {
-        constexpr int count = 20'000;
-        QElapsedTimer timer;
-        timer.start();
+        constexpr int count = 200'000;
         const Ausgabeziele targets =
             ausgabeziele(QStringList(count, u"a.xml"_qs), u"ziel"_qs, u".xlsx"_qs);
-        QVERIFY2(timer.elapsed() < 5000, QByteArray::number(timer.elapsed()).constData());
         QCOMPARE(targets.dateien.last(), u"ziel/a (%1).xlsx"_qs.arg(count));
         QCOMPARE(QSet<QString>(targets.dateien.begin(), targets.dateien.end()).size(), count);
     }

@@ -1,9 +1,8 @@
-// Counts as a file can hold them: whatever stands there, everything ends at once.
+// Counts as a file can hold them: whatever stands there, everything ends at once. Walking 10^9
+// fields would take longer than a test may.
 
 #include "tests/core/support.h"
 #include "tests/support/testregistry.h"
-
-#include <QElapsedTimer>
 
 #include <functional>
 
@@ -13,9 +12,6 @@ namespace {
 
 const QString fields = u"Anzahl Prüffelder"_qs;
 const QString points = u"Prüffeld Prüfpunktanzahl 2"_qs;
-
-// Far more than the slowest machine under a sanitizer needs, far less than walking 10^9 fields.
-constexpr qint64 atOnce = 20'000;
 
 } // namespace
 
@@ -56,8 +52,6 @@ void TestZaehler::storedCounts()
     QFETCH(const std::int32_t, getterError);
     QFETCH(const std::int32_t, count);
     QFETCH(const std::int32_t, error);
-    QElapsedTimer timer;
-    timer.start();
     for (const QString &key : {fields, points}) {
         Kalibrierung document(german);
         fill(document,
@@ -80,7 +74,6 @@ void TestZaehler::storedCounts()
         // The covariable needs no measured values.
         QCOMPARE(errorOf([&] { document.StatistikMittelwert(mZ); }), error == 94 ? 0 : error);
     }
-    QVERIFY(timer.elapsed() < atOnce);
 }
 
 void TestZaehler::negativeCountsAreAnEmptySample()
@@ -132,8 +125,6 @@ void TestZaehler::evaluatedPointsAreThoseOfTheSamples()
 
 void TestZaehler::totalOfHugeCountsEndsAtOnce()
 {
-    QElapsedTimer timer;
-    timer.start();
     Kalibrierung document(german);
     document.DataStore().set(fields, u"500000000"_qs);
     QCOMPARE(document.PrüfpunkteTotal(), 2'000'000'000);
@@ -141,7 +132,6 @@ void TestZaehler::totalOfHugeCountsEndsAtOnce()
     QCOMPARE(errorOf([&] { document.PrüfpunkteTotal(); }), 6);
     document.DataStore().set(fields, std::numeric_limits<std::int32_t>::max());
     QCOMPARE(errorOf([&] { document.PrüfpunkteTotal(); }), 6);
-    QVERIFY(timer.elapsed() < atOnce);
 }
 
 void TestZaehler::totalCountsWhatIsStoredAmongHugeCounts()

@@ -3,7 +3,6 @@
 
 #include "core/xmlpruefung.h"
 
-#include <QElapsedTimer>
 #include <QTest>
 
 namespace {
@@ -348,7 +347,7 @@ void RowsetRefusalTest::hostile_file_takes_no_more_than_linear_time_data()
             text += before + QByteArray::number(i) + behind;
         return text;
     };
-    constexpr int many = 100'000;
+    constexpr int many = 200'000;
     const QByteArray rows = QByteArray("<z:row Variable='k' Wert='v'/>").repeated(many);
     QTest::newRow("prefixes on the root")
         << tableOf(rows).replace("<xml ", "<xml " + numbered("xmlns:p", many, "='u' "));
@@ -374,13 +373,8 @@ void RowsetRefusalTest::hostile_file_takes_no_more_than_linear_time_data()
 void RowsetRefusalTest::hostile_file_takes_no_more_than_linear_time()
 {
     QFETCH(QByteArray, file);
-    // Each file has a few megabytes: seconds are enough for a slow machine under sanitizers,
-    // and a quadratic step takes minutes.
-    constexpr qint64 plenty = 20'000; // milliseconds
-    QElapsedTimer timer;
-    timer.start();
+    // With a quadratic step, files of this size take longer than a test may.
     errorNumber([&] { rowsOf(file); });
-    QVERIFY2(timer.elapsed() < plenty, qPrintable(QString::number(timer.elapsed())));
 }
 
 void RowsetRefusalTest::more_markup_than_a_calibration_can_have_is_refused()

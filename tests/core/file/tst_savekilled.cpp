@@ -4,9 +4,12 @@
 
 #include "core/kalibrierung.h"
 
+#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -46,25 +49,36 @@ void SaveKilledTest::file_is_the_old_or_the_new_document_whenever_the_program_is
     QVERIFY(first != second);
 
     constexpr int kills = 50;
-    constexpr int longestOfAll = 5'000'000;
-    int longest = 20'000; // microseconds, several saves long on an idle machine
+    constexpr int saves = 4; // the longest run of a child after its first save
     QRandomGenerator random(1);
     int seen[] = {0, 0};
-    for (int i = 0; i < kills || ((seen[0] == 0 || seen[1] == 0) && longest < longestOfAll); ++i) {
-        if (i >= kills)
-            longest *= 2; // a busy machine has not let the child save yet
+    for (int i = 0; i < kills; ++i) {
+        int ends[2];
+        QVERIFY(::pipe(ends) == 0);
+        QElapsedTimer timer;
+        timer.start();
         const pid_t child = ::fork();
         if (child == 0) {
-            for (;;) {
-                two.SaveFile(file);
+            two.SaveFile(file);
+            const bool told = ::write(ends[1], "", 1) == 1;
+            while (told) {
                 one.SaveFile(file);
+                two.SaveFile(file);
             }
+            ::_exit(1);
         }
         QVERIFY(child > 0);
-        ::usleep(static_cast<useconds_t>(random.bounded(longest)));
+        ::close(ends[1]);
+        char saved = 0;
+        const bool underWay = ::read(ends[0], &saved, 1) == 1;
+        const qint64 oneSave = std::max<qint64>(timer.nsecsElapsed() / 1000, 1); // microseconds
+        if (underWay)
+            ::usleep(static_cast<useconds_t>(random.bounded(saves * oneSave)));
         ::kill(child, SIGKILL);
         int status = 0;
         ::waitpid(child, &status, 0);
+        ::close(ends[0]);
+        QVERIFY(underWay);
         QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
 
         const QByteArray found = bytesAt(file);
@@ -73,7 +87,7 @@ void SaveKilledTest::file_is_the_old_or_the_new_document_whenever_the_program_is
         Kalibrierung document(german);
         document.LoadFile(file);
     }
-    // Both were met, so saves were really under way.
+    // Both were met, so files were really replaced.
     QVERIFY(seen[0] > 0 && seen[1] > 0);
 }
 
