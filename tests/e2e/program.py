@@ -48,6 +48,8 @@ def load_accessibility(desk):
     import gi
     gi.require_version("Atspi", "2.0")
     from gi.repository import Atspi, GLib
+    milliseconds = PATIENCE_SECONDS * 1000
+    Atspi.set_timeout(milliseconds, milliseconds)  # its own is less than a second, too short on a busy machine
 
 
 def without_privileges(command):
@@ -217,6 +219,12 @@ class Program:
     def type(self, text):
         self.keys(*(KEY_NAMES.get(character, character) for character in text))
 
+    def grab_focus(self, control):
+        """Asks a control to take the keyboard; nothing happens where it has gone meanwhile."""
+        component = control.get_component_iface()
+        if component:
+            component.grab_focus()
+
     def focus(self, name, role=None):
         """Gives a control the keyboard; tables and lists, which can't be told to take it, by the tab key."""
         def focused():
@@ -226,7 +234,7 @@ class Program:
             if control.get_role_name() in NOT_DESCENDED:
                 self.keys("Tab")
             else:
-                control.get_component_iface().grab_focus()
+                self.grab_focus(control)
             return None
         return self.wait_until(focused, f"„{name}“ has the focus")
 
@@ -253,8 +261,14 @@ class Program:
                     if control.get_role_name() == "label" and control.get_name())
 
     def answer(self, button):
-        """Presses a button of the message box that shows and waits until the box is gone."""
+        """Presses a button of the message box that shows and waits until the box is gone, maybe with the program."""
         self.message()
         box = self.active_window()
         self.press(button)
-        self.wait_until(lambda: box not in self.windows(), f"the box goes after „{button}“")
+
+        def gone():
+            try:
+                return box not in self.windows()
+            except GLib.Error:
+                return self.process.poll() is not None
+        self.wait_until(gone, f"the box goes after „{button}“")

@@ -86,10 +86,10 @@ class Monkey:
             button = self.chance.choice(buttons)
             self.done[button.get_name()] += 1
             if self.program.is_(button, "FOCUSABLE"):
-                button.get_component_iface().grab_focus()
+                self.program.grab_focus(button)
                 self.program.keys("space")
-            else:
-                button.get_action_iface().do_action(0)
+            elif action := button.get_action_iface():  # none where it has gone meanwhile
+                action.do_action(0)
 
     def file_dialog(self, window):
         name = window.get_name()
@@ -120,13 +120,13 @@ class Monkey:
         control = self.chance.choice(found)
         self.done[kind] += 1
         if kind == "text" and self.program.is_(control, "EDITABLE"):
-            control.get_component_iface().grab_focus()
+            self.program.grab_focus(control)
             self.program.keys("ctrl+a", "Delete")
             self.program.type(self.chance.choice(TEXTS) + self.chance.choice("\t\n"))
         elif kind == "table":
             self.work_in_table()
         elif kind == "box":
-            control.get_component_iface().grab_focus()
+            self.program.grab_focus(control)
             self.program.keys("space" if control.get_role_name() == "check box"
                               else self.chance.choice(("Down", "Up", "Tab")))
 
