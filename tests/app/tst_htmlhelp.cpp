@@ -228,7 +228,7 @@ void TestHtmlHelp::startedViewerGetsTheFile()
     QVERIFY(script.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
     QVERIFY(HelpPlatform::system().start(viewer, file));
     QFile got(viewer + u".got"_qs);
-    QTRY_VERIFY(got.exists());
+    QTRY_VERIFY_WITH_TIMEOUT(got.exists(), 60'000); // another process
     QVERIFY(got.open(QIODevice::ReadOnly));
     QCOMPARE(QString::fromUtf8(got.readAll()), u"1|"_qs + file);
 }

@@ -10,6 +10,7 @@ desktop or settings is touched.
 import ctypes
 import os
 import pathlib
+import shlex
 import shutil
 import signal
 import subprocess
@@ -59,6 +60,7 @@ class Desk:
             self.environment = {name: os.environ[name] for name in KEPT if name in os.environ}
             self.environment["XDG_RUNTIME_DIR"] = str(self.folder / "run")
             self.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+            self.environment["CUPS_SERVER"] = str(self.folder / "no-printers")
             (self.folder / "run").mkdir(mode=0o700)
             self._make_locales()
             self._start_display()
@@ -123,7 +125,7 @@ class Desk:
         """Waits for more than its name on the root window: windows that are shown before it is through with its own
         start may never appear, and what it is told to run at its start it runs after that."""
         ready = self.folder / "window-manager"
-        self._start("openbox", "--sm-disable", "--startup", f"touch {ready}")
+        self._start("openbox", "--sm-disable", "--startup", "touch " + shlex.quote(str(ready)))
         end = time.monotonic() + START_SECONDS
         while not ready.exists():
             if time.monotonic() > end:

@@ -251,19 +251,21 @@ class Program:
         self.type(text)
         self.wait_until(lambda: self.text(name) == text, f"„{name}“ holds „{text}“")
 
-    def message(self):
-        """Waits for a message box. Returns its text."""
+    def _message_box(self):
         def found():
             window = self.active_window()
             return window if window and window.get_role_name() == "alert" else None
-        box = self.wait_until(found, "a message box shows")
+        return self.wait_until(found, "a message box shows")
+
+    def message(self):
+        """Waits for a message box. Returns its text."""
+        box = self._message_box()
         return next(control.get_name() for control in self.controls(box)
                     if control.get_role_name() == "label" and control.get_name())
 
     def answer(self, button):
         """Presses a button of the message box that shows and waits until the box is gone, maybe with the program."""
-        self.message()
-        box = self.active_window()
+        box = self._message_box()
         self.press(button)
 
         def gone():

@@ -14,7 +14,7 @@ from wizard import go_back, open_file, wait_for_title
 KILLS = int(os.environ.get("WENDRAL_KILLS", "200"))
 ENTRIES = 5000  # so that writing takes its time
 MOST_SAVED = 2  # before the save in which the kill comes
-LONGEST_SECONDS = 0.08  # about twice as long as typing and saving take
+LONGEST_SAVES = 2  # times as long as typing and saving took before, until the kill comes
 LONGEST_WRITE_SECONDS = 0.0005
 KEY = "Messwert direktes Prüfmerkmal 1.1"
 DIGITS = "123456789"
@@ -73,17 +73,19 @@ class KilledSaves(EndToEndTest):
             wait_for_title(program, self.file)
             program.focus("Messwerte", "table")
             old = self.digit
-            for _ in range(self.random.randint(0, MOST_SAVED)):
+            for _ in range(self.random.randint(1, MOST_SAVED)):
                 old = self.after(old)
+                begun = time.monotonic()
                 program.keys(*self.typed_and_saved(old))
                 program.wait_until(lambda: self.saved_digit() == old, f"the file holds {old}")
+                one_save = time.monotonic() - begun
             new = self.after(old)
             before = self.file.stat().st_ino
             typing = program.begin_keys(*self.typed_and_saved(new))
             if in_a_write:
                 self.wait_for_a_write(before)
             else:
-                time.sleep(self.random.uniform(0, LONGEST_SECONDS))
+                time.sleep(self.random.uniform(0, LONGEST_SAVES * one_save))
             program.kill()
             typing.wait()  # what is left goes to nobody
         return old, new

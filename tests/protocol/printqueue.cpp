@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
-#include <QThread>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -15,7 +14,10 @@
 
 namespace {
 
-constexpr int patience = 20'000; // milliseconds
+// Milliseconds, of a machine that has much else to do: until the daemon listens, and until a job
+// arrives, which another process composes meanwhile.
+constexpr int patienceForDaemon = 60'000;
+constexpr int patienceForJob = 240'000;
 
 QString tool(const QString &name)
 {
@@ -79,7 +81,7 @@ bool PrintQueue::listen()
     m_port = ntohs(address.sin_port);
     m_listener = std::thread([this] {
         pollfd waiting{m_socket, POLLIN, 0};
-        if (::poll(&waiting, 1, patience) != 1)
+        if (::poll(&waiting, 1, patienceForJob) != 1)
             return;
         const int connection = ::accept(m_socket, nullptr, nullptr);
         char buffer[65536];
@@ -110,8 +112,10 @@ bool PrintQueue::start()
                            m_folder.filePath(u"cups-files.conf"_qs)});
     QElapsedTimer time;
     time.start();
-    while (!QFileInfo::exists(server()) && time.elapsed() < patience / 4)
-        QThread::msleep(20);
+    while (!QFileInfo::exists(server()) && time.elapsed() < patienceForDaemon) {
+        if (m_daemon.waitForFinished(20))
+            break;
+    }
     QProcess admin;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("CUPS_SERVER"), server());
