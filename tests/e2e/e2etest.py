@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import signal
 import unittest
 
 from desk import Desk
@@ -39,13 +40,14 @@ class EndToEndTest(unittest.TestCase):
         return _desk.user(self.numbers)
 
     def start(self, *arguments):
-        """Starts the program; it is ended when the test ends, and must not have complained until then."""
+        """Starts the program; it is ended when the test ends, and must not have crashed or complained until then."""
         program = Program(_desk, self.user, arguments)
         self.addCleanup(self._end, program)
         return program
 
     def _end(self, program):
         program.kill()
+        self.assertIn(program.process.returncode, (0, -signal.SIGKILL), f"the program crashed: {program.complaints()}")
         self.expect_no_complaint(program.complaints())
 
     def expect_no_complaint(self, complaints):

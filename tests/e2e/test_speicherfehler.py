@@ -68,6 +68,7 @@ class SaveFaults:
         self.program.keys("alt+F4")
         self.assertEqual(self.program.message(), QUESTION)
         self.program.answer("Abbrechen")
+        self.program.window()
 
     def expect_folder(self, *names):
         self.assertEqual(sorted(os.listdir(self.folder)), sorted(names))

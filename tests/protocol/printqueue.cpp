@@ -112,10 +112,9 @@ bool PrintQueue::start()
                            m_folder.filePath(u"cups-files.conf"_qs)});
     QElapsedTimer time;
     time.start();
-    while (!QFileInfo::exists(server()) && time.elapsed() < patienceForDaemon) {
-        if (m_daemon.waitForFinished(20))
-            break;
-    }
+    while (m_daemon.state() != QProcess::NotRunning && !QFileInfo::exists(server()) &&
+           time.elapsed() < patienceForDaemon)
+        m_daemon.waitForFinished(20);
     QProcess admin;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("CUPS_SERVER"), server());
