@@ -11,9 +11,10 @@ public:
 
     /// Adds \a entry to the list and leaves the text as it is.
     void addPreset(const QString &entry);
-    /// The text, whether it is one of the list or not. What was typed or pasted comes without
-    /// characters that can't be seen: no file could hold them.
+    /// Shows \a text, whether it is one of the list or not.
     void setText(const QString &text);
+    /// The text, what was typed or pasted without characters that can't be seen: no file could
+    /// hold them.
     QString text() const;
 
     /// Assistive technology reads a combo box's text as its name, so the line edit carries \a name.

@@ -52,6 +52,15 @@ public:
         recovery->watch(document, *window);
     }
 
+    /// Types \a value into the first cell of the values and has it kept.
+    void typeAndKeep(const QString &value = u"9"_qs)
+    {
+        type(valuesGrid, 1, 2, value);
+        recovery->check();
+        if (files().isEmpty())
+            qFatal("nothing is kept");
+    }
+
     /// Closes the window as a user does who wants nothing of it.
     void end()
     {

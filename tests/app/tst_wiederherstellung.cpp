@@ -157,8 +157,7 @@ void TestWiederherstellung::unchangedWorkIsNotWrittenAgain()
     const QTemporaryDir disk;
     Programmlauf run(3, disk.filePath(u"w"_qs));
     run.start();
-    run.type(valuesGrid, 1, 2, u"9"_qs);
-    run.recovery->check();
+    run.typeAndKeep();
     const auto kept = [&] {
         QFile file(run.folderOfRecovery + u'/' + run.files().value(0));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -411,8 +410,7 @@ void TestWiederherstellung::changedFileIsNoticedAfterwards()
     const QTemporaryDir disk;
     Programmlauf run(3, disk.filePath(u"w"_qs));
     run.start();
-    run.type(valuesGrid, 1, 2, u"9"_qs);
-    run.recovery->check();
+    run.typeAndKeep();
     if (changed) {
         Kalibrierung other(QLocale(QLocale::German, QLocale::Germany));
         other.SaveFile(run.path(u"blatt.xml"_qs));
@@ -463,8 +461,7 @@ void TestWiederherstellung::failedSaveForgetsNothing()
     const QTemporaryDir disk;
     Programmlauf run(3, disk.filePath(u"w"_qs));
     run.start();
-    run.type(valuesGrid, 1, 2, u"9"_qs);
-    run.recovery->check();
+    run.typeAndKeep();
     run.window->setFileName(run.path(u"weg/a.xml"_qs));
     run.find<QAction>(u"mf_save"_qs)->trigger();
     QCOMPARE(run.dialogs.shown.size(), std::size_t{1});
@@ -478,8 +475,7 @@ void TestWiederherstellung::cancelledQuestionForgetsNothing()
     const QTemporaryDir disk;
     Programmlauf run(3, disk.filePath(u"w"_qs));
     run.start();
-    run.type(valuesGrid, 1, 2, u"9"_qs);
-    run.recovery->check();
+    run.typeAndKeep();
     run.window->close();
     QCOMPARE(run.dialogs.questions.size(), 1);
     // Not wanted, but then the dialog was cancelled: the work is still there.
@@ -503,8 +499,7 @@ void TestWiederherstellung::orderlyEndForgets()
     const QTemporaryDir disk;
     Programmlauf run(3, disk.filePath(u"w"_qs));
     run.start();
-    run.type(valuesGrid, 1, 2, u"9"_qs);
-    run.recovery->check();
+    run.typeAndKeep();
     QCOMPARE(run.files().size(), 1);
     run.dialogs.answers = {static_cast<Dialogs::Answer>(answer)};
     run.window->close();
@@ -518,8 +513,7 @@ void TestWiederherstellung::endWithoutAnAnswerForgetsNothing()
     const QTemporaryDir disk;
     Programmlauf run(3, disk.filePath(u"w"_qs));
     run.start();
-    run.type(valuesGrid, 1, 2, u"9"_qs);
-    run.recovery->check();
+    run.typeAndKeep();
     const QStringList kept = run.files();
     run.recovery.reset(); // as when the session ends the program
     QCOMPARE(QDir(run.folderOfRecovery).entryList(QDir::Files), kept); // and no lock
@@ -599,8 +593,7 @@ void TestWiederherstellung::whatIsClearedAwayIsMadeAgain()
     const QTemporaryDir disk;
     Programmlauf run(3, disk.filePath(u"w"_qs));
     run.start();
-    run.type(valuesGrid, 1, 2, u"9"_qs);
-    run.recovery->check();
+    run.typeAndKeep();
     QDir folder(run.folderOfRecovery);
     const QStringList before = folder.entryList(QDir::Files);
     QCOMPARE(before.size(), 2);
@@ -623,8 +616,7 @@ void TestWiederherstellung::anEndWithoutItsLockIsQuiet()
     {
         Programmlauf run(3, disk.filePath(u"w"_qs));
         run.start();
-        run.type(valuesGrid, 1, 2, u"9"_qs);
-        run.recovery->check();
+        run.typeAndKeep();
         run.removeLock();
         run.end();
     }

@@ -54,8 +54,7 @@ QString folderAfterACrash(const QTemporaryDir &disk)
 {
     Programmlauf run(3, disk.filePath(u"w"_qs));
     run.start();
-    run.type(valuesGrid, 1, 2, u"9"_qs);
-    run.recovery->check();
+    run.typeAndKeep();
     return run.crash(disk);
 }
 
@@ -245,16 +244,14 @@ void TestWiederherstellungsangebot::twoProgramsKeepTheirOwnFiles()
     const QString folder = disk.filePath(u"w"_qs);
     Programmlauf one(3, folder);
     one.start();
-    one.type(valuesGrid, 1, 2, u"9"_qs);
-    one.recovery->check();
+    one.typeAndKeep();
     const QStringList ofOne = one.files();
     {
         Programmlauf two(3, folder);
         two.start();
         two.recovery->offer();
         QVERIFY(two.offers.empty());
-        two.type(valuesGrid, 1, 2, u"8"_qs);
-        two.recovery->check();
+        two.typeAndKeep(u"8"_qs);
         QCOMPARE(two.files().size(), 2);
         two.end();
     }
@@ -367,8 +364,7 @@ void TestWiederherstellungsangebot::clearedAwayWorkIsKeptAgainOnceThereIsRoom()
     const QString folder = disk.filePath(u"w"_qs);
     Programmlauf run(3, folder);
     run.start();
-    run.type(valuesGrid, 1, 2, u"9"_qs);
-    run.recovery->check();
+    run.typeAndKeep();
     const QString path = folder + u'/' + run.files().value(0);
     const qint64 size = QFileInfo(path).size();
     QVERIFY(size > 0 && QFile::remove(path));
@@ -422,8 +418,7 @@ void TestWiederherstellungsangebot::placeThatAnotherProgramHasTakenIsItsOwn()
     {
         Programmlauf run(3, folder);
         run.start();
-        run.type(valuesGrid, 1, 2, u"9"_qs);
-        run.recovery->check();
+        run.typeAndKeep();
         run.removeLock();
         startOn(next, {Antwort::Wiederherstellen});
         QCOMPARE(next.offers.size(), std::size_t{1});
